@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the chip says about itself: live status, part, running image and its revision.
+#include <array>
+#include <cstdio>
+#include <iterator>
+
+#include "si468x/record_fields.h"
+#include "si468x/si468x.h"
+
+namespace {
+
+using Info = Si468x_chip_info;
+
+// clang-format off
+constexpr Field<Info> status_fields[] = {
+    field<&Info::clear_to_send>                 (0, 7, 1, "Clear to send:"),
+    field<&Info::command_error>                 (0, 6, 1, "Command error:"),
+    field<&Info::digital_radio_link_change_int> (0, 5, 1, "Digital radio link change interrupt:"),
+    field<&Info::data_component_int>            (0, 4, 1, "Data component interrupt:"),
+    field<&Info::seek_tune_complete>            (0, 0, 1, "Seek/Tune complete:"),
+    field<&Info::digital_radio_event_change_int>(1, 5, 1, "Digital radio event change interrupt:"),
+    field<&Info::powerup_state>                 (3, 6, 2, "Powerup state:"),
+    field<&Info::dsp_frame_overrun>             (3, 4, 1, "DSP frame overrun:"),
+    field<&Info::read_reply_data_dropped>       (3, 3, 1, "Data dropped during read reply:"),
+    field<&Info::command_write_data_dropped>    (3, 2, 1, "Dropped data during command write:"),
+    field<&Info::arbiter_error>                 (3, 1, 1, "Arbiter error:"),
+    field<&Info::non_recoverable_error>         (3, 0, 1, "Non-recoverable error:"),
+};
+
+constexpr Field<Info> part_fields[] = {
+    field<&Info::chip_mask_revision>(4, 0,  8, "Chip Mask Revision:"),
+    field<&Info::rom_id>            (5, 0,  8, "ROM ID:"),
+    field<&Info::part_number>       (8, 0, 16, "Part Number:"),
+};
+
+constexpr Field<Info> revision_fields[] = {
+    field<&Info::revision_major>(4, 0, 8),
+    field<&Info::revision_minor>(5, 0, 8),
+    field<&Info::revision_build>(6, 0, 8),
+};
+
+constexpr Field<Info> build_fields[] = {
+    field<&Info::no_svn_info>        (7, 7, 1, "No SVN info:"),
+    field<&Info::mixed_revisions>    (7, 1, 1, "Mixed revisions:"),
+    field<&Info::local_modifications>(7, 0, 1, "Local modifications:"),
+};
+
+constexpr Field<Info> svn_fields[] = {  // meaningful only where the image carries version-control information
+    field<&Info::build_location>(7, 4,  2, "Build location:"),
+    field<&Info::svn_id>        (8, 0, 32, "SVN ID:"),
+};
+// clang-format on
+
+constexpr const char* image_names[] = {"Bootloader", "FMHD", "DAB",        "TDMB or data only DAB",
+                                       "FMHD Demod", "AMHD", "AMHD Demod", "DAB Demod"};
+
+const char* image_name(uint8_t image) { return image < std::size(image_names) ? image_names[image] : "unknown"; }
+
+// Asks with one of the two-byte commands that have no argument.
+template <size_t reply_length>
+int16_t ask(uint8_t opcode, std::array<uint8_t, reply_length>& reply) {
+  std::array<uint8_t, 2> cmd{opcode, 0x00};
+  return Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), uint16_t{reply_length});
+}
+
+}  // namespace
+
+int16_t Si468x_chip_info::get_status() {
+  std::array<uint8_t, 7> reply{};  // its first byte, 0x00, goes out as RD_REPLY
+  if (Si468x_SPI_RW_data(reply.data(), reply.size()) != 0) return Si468x_failure(-1, 11);
+  decode(*this, status_fields, Reply_view(reply));
+  return 0;
+}
+
+int16_t Si468x_chip_info::get_part_info() {
+  std::array<uint8_t, 24> reply{};
+  if (const int16_t r = ask(0x08, reply); r != 0) return Si468x_failure(r, 21);  // GET_PART_INFO
+  decode(*this, part_fields, Reply_view(reply));
+  return 0;
+}
+
+int16_t Si468x_chip_info::get_sys_state() {
+  std::array<uint8_t, 7> reply{};
+  if (const int16_t r = ask(0x09, reply); r != 0) return Si468x_failure(r, 12);  // GET_SYS_STATE
+  image = Reply_view(reply).u8(4);
+  return 0;
+}
+
+int16_t Si468x_chip_info::get_func_info() {
+  std::array<uint8_t, 13> reply{};
+  if (const int16_t r = ask(0x12, reply); r != 0) return Si468x_failure(r, 13);  // GET_FUNC_INFO
+  const Reply_view view(reply);
+  decode(*this, revision_fields, view);
+  decode(*this, build_fields, view);
+  if (no_svn_info == 0) decode(*this, svn_fields, view);
+  return 0;
+}
+
+void Si468x_chip_info::print_data() const {
+  std::puts("Chip info ---------------------------- ");
+  print_fields(*this, status_fields);
+  print_fields(*this, part_fields);
+  print_label("Firmware image running the sysstate CMD:");
+  std::puts(image_name(image));
+  print_label("Revision number:");
+  std::printf("%u.%u.%u\n", revision_major, revision_minor, revision_build);
+  print_fields(*this, build_fields);
+  print_fields(*this, svn_fields);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+#include <cstdio>
+
+#include "si468x/record_fields.h"
+#include "si468x/si468x.h"
+
+namespace {
+
+using Time = Si468x_time;
+
+// clang-format off
+constexpr Field<Time> time_fields[] = {
+    field<&Time::year>  ( 4, 0, 16, nullptr, "year"),
+    field<&Time::month> ( 6, 0,  8, nullptr, "month"),
+    field<&Time::day>   ( 7, 0,  8, nullptr, "day"),
+    field<&Time::hour>  ( 8, 0,  8, nullptr, "hour"),
+    field<&Time::minute>( 9, 0,  8, nullptr, "minute"),
+    field<&Time::second>(10, 0,  8, nullptr, "second"),
+};
+// clang-format on
+
+}  // namespace
+
+int16_t Si468x_time::get_ensembletime() {
+  std::array<uint8_t, 2> cmd{0xBC, 0x01};  // DAB_GET_TIME, UTC rather than local time
+  std::array<uint8_t, 12> reply{};
+  if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), reply.size()); r != 0)
+    return Si468x_failure(r, 35);
+  decode(*this, time_fields, Reply_view(reply));
+  return 0;
+}
+
+void Si468x_time::clean() { *this = {}; }
+
+int Si468x_time::print_data() const {
+  return std::printf("%d-%d-%dT%d:%d:%dZ\n", year, month, day, hour, minute, second);
+}
+
+int Si468x_time::json_print_data(std::stringstream& ss) const {
+  json_raw(ss, "\"ensembleTime\": {\n");
+  json_fields(ss, *this, time_fields);
+  json_raw(ss, "}\n");
+  return 0;
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One exchange with the chip: command out, clear-to-send awaited, status checked, reply in.
+#include <bcm2835.h>
+
+#include <array>
+#include <cstdio>
+
+#include "si468x/reply_view.h"
+#include "si468x/si468x.h"
+
+uint32_t Si468x_ErrorCode = 0;
+
+namespace {
+
+constexpr uint32_t cts_polls = 50;
+constexpr uint32_t first_pause_us = 50;
+constexpr uint32_t pause_step_us = 1000;
+constexpr uint16_t status_read_length = 7;
+
+}  // namespace
+
+int16_t Si468x_failure(int16_t result, uint32_t code) {
+  Si468x_ErrorCode = code;
+  return result;
+}
+
+int16_t Si468x_send_cmd(uint8_t* cmd, uint8_t* reply, uint16_t cmd_len, uint16_t reply_len) {
+  if (Si468x_SPI_RW_data(cmd, cmd_len) != 0) return Si468x_failure(-1, 59);
+
+  std::array<uint8_t, status_read_length> status{};
+  const Reply_view polled(status);
+  for (uint32_t poll = 0, pause_us = first_pause_us;; pause_us += pause_step_us) {
+    status.fill(0);
+    if (Si468x_SPI_RW_data(status.data(), status_read_length) != 0) return Si468x_failure(-1, 1059 + 100 * poll);
+    if (polled.clear_to_send()) break;
+    bcm2835_delayMicroseconds(pause_us);
+    if (++poll == cts_polls) return Si468x_failure(-3, 160);
+  }
+  if (const int16_t r = polled.status_result(); r != 0) return Si468x_failure(r, 260);
+
+  if (reply_len == 0) return 0;
+  if (reply == nullptr) return Si468x_failure(-6, 360);
+  Si468x_clear_array(reply, reply_len);
+  if (Si468x_SPI_RW_data(reply, reply_len) != 0) return Si468x_failure(-1, 460);
+  if (reply_len < 5) return 0;  // too short to hold the status bytes
+  if (const int16_t r = Reply_view({reply, reply_len}).status_result(); r != 0) return Si468x_failure(r, 560);
+  return 0;
+}
+
+int16_t Si468x_send_cmd_simple(uint8_t* cmd, uint16_t len) {
+  if (Si468x_SPI_RW_data(cmd, len) != 0) return Si468x_failure(-1, 57);
+  return 0;
+}
+
+int16_t Si468x_read_reply(uint8_t* buf, uint16_t len) {
+  Si468x_clear_array(buf, len);
+  if (Si468x_SPI_RW_data(buf, len) != 0) return Si468x_failure(-1, 56);
+  return 0;
+}
+
+int16_t Si468x_rd_reply(uint8_t* buf) {
+  Si468x_clear_array(buf, status_read_length);
+  if (Si468x_SPI_RW_data(buf, status_read_length) != 0) return Si468x_failure(-1, 14);
+  if (const int16_t r = Reply_view({buf, status_read_length}).status_result(); r != 0) return Si468x_failure(r, 114);
+  return 0;
+}
+
+void Si468x_clear_array(uint8_t* buf, uint16_t len) {
+  while (len > 0) buf[--len] = 0;
+}
+
+int16_t Si468x_min(int16_t a, int16_t b) { return a < b ? a : b; }
+
+void Si468x_hex_print(const uint8_t* buf, uint16_t len, const char* label) {
+  std::printf("%s", label);
+  for (uint16_t i = 0; i < len; ++i) std::printf("%02x ", buf[i]);
+  std::putchar('\n');
+}

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The ensemble's services and their components, decoded from the one block of bytes that the chip sends.
+#include <algorithm>
+#include <array>
+
+#include "si468x/json_text.h"
+#include "si468x/reply_view.h"
+#include "si468x/si468x.h"
+
+namespace {
+
+constexpr uint16_t longest_list = 4089;   // SIZE with which the whole reply fills 4096 bytes
+constexpr uint16_t list_header = 6;       // of SIZE: version, number of services, three bytes of no use
+constexpr size_t entries_in_buffer = 13;  // reply byte 12, behind the leading byte
+constexpr size_t entry_header = 24;       // of a service, before its components
+constexpr size_t component_length = 4;
+
+int16_t read_list(uint8_t* reply, uint16_t reply_length) {
+  std::array<uint8_t, 2> cmd{0x80, 0x00};  // GET_DIGITAL_SERVICE_LIST
+  return Si468x_send_cmd(cmd.data(), reply, cmd.size(), reply_length);
+}
+
+// Bytes of the entry at `offset`, whose header is known to be there.
+size_t entry_length(const Bytes_view& entries, size_t offset) {
+  return entry_header + component_length * entries.field(offset + 5, 0, 4);
+}
+
+}  // namespace
+
+int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
+  std::array<uint8_t, 7> head{};
+  if (const int16_t r = read_list(head.data(), head.size()); r != 0) return Si468x_failure(r, 26);
+  const uint16_t list_size = Reply_view(head).u16(4);
+  if (list_size > longest_list) return Si468x_failure(-4, 126);
+  if (list_size < list_header) return Si468x_failure(-4, 326);
+
+  const auto reply_length = static_cast<uint16_t>(list_size + 7);
+  if (const int16_t r = read_list(list_buffer, reply_length); r != 0) return Si468x_failure(r, 226);
+  const Reply_view reply({list_buffer, reply_length});
+  version = reply.u16(6);
+  num_services = reply.u8(8);
+  size = static_cast<uint16_t>(list_size - list_header);
+  data = list_buffer + entries_in_buffer;
+  return 0;
+}
+
+void Si468x_digital_service_list::clean() { *this = {}; }
+
+int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
+  json_raw(ss, "\"DigitalServiceList\": {\n");
+  json_number(ss, "ServiceListVersion", version);
+  json_number(ss, "NumberServices", num_services);
+  json_raw(ss, "\"ServiceList\": [\n");
+  Si468x_service_data service;
+  for (uint8_t i = 0; i < num_services; ++i) {
+    // A service that cannot be decoded is written as the last one that could, so that the count stays true.
+    static_cast<void>(service.get_service(this, i));
+    service.json_print_data(ss, i);
+    if (i + 1 < num_services) json_raw(ss, ",");
+  }
+  json_raw(ss, "]\n}");
+  return 0;
+}
+
+// Service entry
+//   bytes 0-3    service id
+//   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
+//   byte 5       lCCCNNNN   l local, C CA id, N number of components
+//   byte 6       ....SSSS   S character set
+//   bytes 8-23   label
+//   bytes 24-    components, 4 bytes each
+int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list, uint8_t index) {
+  if (index >= list->num_services) return Si468x_failure(-6, 27);
+  const Bytes_view entries({list->data, list->size});
+  size_t offset = 0;
+  for (uint8_t i = 0; i < index; ++i) {
+    if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
+    const size_t length = entry_length(entries, offset);
+    if (!entries.holds(offset, length)) return Si468x_failure(-4, 227);
+    offset += length;
+  }
+  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 327);
+
+  ServId = entries.u32(offset);
+  AudioOrDataFlag = entries.bit(offset + 4, 0);
+  if (AudioOrDataFlag != 0) {
+    ServRef = ServId & 0xFFFFF;
+    CountryID = (ServId >> 20) & 0x0F;
+    ECC = static_cast<uint8_t>(ServId >> 24);
+  } else {
+    ServRef = ServId & 0x0FFF;
+    CountryID = (ServId >> 12) & 0x0F;
+  }
+  ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
+  LinkingInfo = entries.bit(offset + 4, 6);
+  NumberComponents = static_cast<uint8_t>(entries.field(offset + 5, 0, 4));
+  CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
+  local = entries.bit(offset + 5, 7);
+  SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
+  std::copy_n(list->data + offset + 8, Label.size(), Label.begin());
+
+  if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
+  components = list->data + offset + entry_header;
+  components_size = static_cast<uint16_t>(list->size - offset - entry_header);
+  return 0;
+}
+
+int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service_no) const {
+  json_raw(ss, "{\n");
+  json_number(ss, "ServiceNo", service_no);
+  json_number(ss, "ServId", ServId);
+  json_number(ss, "AudioOrDataFlag", AudioOrDataFlag);
+  json_number(ss, "ServRef", ServRef);
+  json_number(ss, "CountryID", CountryID);
+  if (AudioOrDataFlag == 1) json_number(ss, "ECC", ECC);
+  json_number(ss, "ProgramType", ProgramType);
+  json_number(ss, "LinkingInfo", LinkingInfo);
+  json_number(ss, "NumberComponents", NumberComponents);
+  json_number(ss, "CAId", CAId);
+  json_number(ss, "local", local);
+  json_number(ss, "SICharset", SICharset);
+  json_raw(ss, "\"Label\": \"");
+  json_raw(ss, {reinterpret_cast<const char*>(Label.data()), Label.size()});
+  json_raw(ss, "\",\n\"ComponentList\": [\n");
+  Si468x_DAB_component component;
+  for (uint8_t j = 0; j < NumberComponents; ++j) {
+    // As with services: what cannot be decoded is written as the last one that could.
+    static_cast<void>(component.get_component(this, j));
+    component.json_print_data(ss, j);
+    if (j + 1 < NumberComponents) json_raw(ss, ",");
+  }
+  json_raw(ss, "]\n}");
+  return 0;
+}
+
+// Component
+//   bytes 1, 0  TT.DSSSS SSSSSSSS, the component id as a word: T transport mechanism; for T 3 D is the DG flag and S
+//   the
+//               service component id; else the lowest six bits are the FIDC id (T 2) or the subchannel id (T 0 and 1)
+//   byte 2      AAAAAApC   A audio or data service component type, p ps flag, C CA flag
+//   byte 3      .......M   M info valid
+int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, uint8_t index) {
+  const size_t offset = component_length * index;
+  const Bytes_view components({service->components, service->components_size});
+  if (index >= service->NumberComponents || !components.holds(offset, component_length)) return Si468x_failure(-6, 28);
+
+  TMID = static_cast<uint8_t>(components.field(offset, 14, 2));
+  comp_ID = components.u16(offset);
+  switch (TMID) {
+    case 2:
+      FIDCId = static_cast<uint8_t>(components.field(offset, 0, 6));
+      break;
+    case 3:
+      SCId = static_cast<uint16_t>(components.field(offset, 0, 12));
+      DGFlag = static_cast<uint8_t>(components.field(offset, 12, 1));
+      break;
+    default:
+      SubChId = static_cast<uint8_t>(components.field(offset, 0, 6));
+      break;
+  }
+  CA_flag = components.bit(offset + 2, 0);
+  ps = components.bit(offset + 2, 1);
+  ASCTyDSCTy = static_cast<uint8_t>(components.field(offset + 2, 2, 6));
+  muA_info_valid = components.bit(offset + 3, 0);
+  return 0;
+}
+
+int Si468x_DAB_component::json_print_data(std::stringstream& ss, uint16_t component_no) const {
+  json_raw(ss, "{\n");
+  json_number(ss, "ComponentNo", component_no);
+  json_number(ss, "comp_ID", comp_ID);
+  json_number(ss, "TMID", TMID);
+  switch (TMID) {
+    case 2:
+      json_number(ss, "FIDCId", FIDCId);
+      break;
+    case 3:
+      json_number(ss, "SCId", SCId);
+      json_number(ss, "DGFlag", DGFlag);
+      break;
+    default:
+      json_number(ss, "SubChId", SubChId);
+      break;
+  }
+  json_number(ss, "CA_flag", CA_flag);
+  json_number(ss, "ps", ps);
+  json_number(ss, "ASCTyDSCTy", ASCTyDSCTy);
+  json_number(ss, "muA_info_valid", muA_info_valid, "\n");
+  json_raw(ss, "}");
+  return 0;
+}
