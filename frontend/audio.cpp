@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frontend/audio.h"
+
+#include <cstdio>
+
+#include "si468x/si468x.h"
+
+char buffer[5000];
+
+namespace {
+
+constexpr uint32_t loudest = 63;
+constexpr size_t longest_message = 100;
+
+constexpr uint16_t digital_output_mode = 0x0200;
+constexpr uint16_t digital_output_format = 0x0202;
+constexpr uint16_t audio_volume = 0x0300;
+constexpr uint16_t audio_output = 0x0800;
+constexpr uint16_t analogue_output = 1;
+constexpr uint16_t i2s_output = 2;
+
+}  // namespace
+
+int16_t set_properties_output(uint8_t enable) {
+  const uint16_t settings[][2] = {
+      {digital_output_mode, 0x8000},
+      {audio_output, enable != 0 ? i2s_output : analogue_output},
+      {digital_output_format, 0x1000},
+  };
+  for (const auto& setting : settings)
+    if (Si468x_set_property(setting) != 0) return -1;
+  return 0;
+}
+
+int16_t set_volume(uint32_t level) {
+  if (level > loudest) {
+    std::snprintf(buffer, longest_message, "%s",
+                  "Illegal value for volume. Volume must be an integer between 0 and 63\n");
+    std::puts(buffer);
+    return 0;
+  }
+  std::snprintf(buffer, longest_message, "Setting volume to %d\n", static_cast<int>(level));
+  std::puts(buffer);
+  const uint16_t volume[2] = {audio_volume, static_cast<uint16_t>(level)};
+  Si468x_set_property(volume);  // a chip that refuses stays at its volume, in silence
+  return 0;
+}

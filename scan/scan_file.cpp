@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The location prompts and the file that a scan leaves behind.
+#include <cstdio>
+#include <iostream>
+#include <sstream>
+
+#include "scan/ensemble_list.h"
+
+int Ensemble_list::getGeolocation() {
+  struct Question {
+    const char* text;
+    std::string& answer;
+  };
+  const Question questions[] = {
+      {"Street number (optional): \n", street_no},
+      {"Street name: \n", street},
+      {"Postal code: \n", postal_code},
+      {"City: \n", city},
+      {"Country: \n", country},
+      {"Indoor or outdoor. If indoor, please indicate the building level (0 = ground floor) as well: \n", floor},
+      {"GPS latitude (optional): \n", gps_latitude},
+      {"GPS longitude (optional): \n", gps_longitude},
+  };
+  std::printf("Please indicate the location of the Quillet (the antenna location) during the scan:\n");
+  for (const auto& question : questions) {
+    std::fputs(question.text, stdout);
+    std::fflush(stdout);
+    std::getline(std::cin, question.answer);
+  }
+  std::printf("Thank you\n");
+  filename = "ensemblescan_" + postal_code + "_" + city + ".json";
+  return 0;
+}
+
+int Ensemble_list::save_to_file() {
+  std::stringstream ss;
+  ss << "{\"content\": \"FullStationScan\",\n"
+     << "\"FrequencyRegion\": \"Europe\",\n"
+     << "\"Location\": {\n"
+     << "\"StreetNo\": \"" << street_no << "\",\n"
+     << "\"Street\": \"" << street << "\",\n"
+     << "\"PostalCode\": \"" << postal_code << "\",\n"
+     << "\"City\": \"" << city << "\",\n"
+     << "\"Country\": \"" << country << "\",\n"
+     << "\"Floor\": \"" << floor << "\",\n"
+     << "\"gps_latitude\": \"" << gps_latitude << "\",\n"
+     << "\"gps_longitude\": \"" << gps_longitude << "\"\n},\n"
+     << "\"ensembleList\": [\n";
+  for (size_t i = 0; i < ensemble_capacity; ++i) {
+    ss << "{\n\"EnsemleNo\": " << i << ",\n";
+    digrad_status[i].json_print_data(ss);
+    if (service_list[i].num_services != 0) {
+      ss << ",\n";
+      service_list[i].json_print_data(ss);
+    }
+    if (ensemble_time[i].year != 0) {
+      ss << ",\n";
+      ensemble_time[i].json_print_data(ss);
+    }
+    ss << "}\n";
+    if (i + 1 < ensemble_capacity) ss << ",";
+  }
+  ss << "]}";
+
+  // The whole text exists before the file is touched, so that a failure on the way cannot cost an older scan.
+  std::FILE* const file = std::fopen(filename.c_str(), "wb");
+  if (file == nullptr) return 0;
+  const std::string_view text = ss.view();
+  std::fwrite(text.data(), 1, text.size(), file);
+  std::fclose(file);
+  return 0;
+}
