@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One exchange with the chip: what goes over the wire, how clear-to-send is awaited, which status is an error.
+#include "tests/support.h"
+
+namespace {
+
+class Exchange : public Tuned_to_33 {
+ protected:
+  // DAB_GET_TIME stands for any command with a reply.
+  int16_t get_time(uint16_t reply_length = 12) {
+    Byte_string cmd{0xBC, 0x01};
+    return Si468x_send_cmd(cmd.data(), reply.data(), 2, reply_length);
+  }
+  Byte_string reply = Byte_string(16, 0xEE);
+};
+
+TEST_F(Exchange, ReadyChipCostsThreeTransactionsAndNoWait) {
+  EXPECT_EQ(get_time(), 0);
+  EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(7), zeros(12)}));
+  EXPECT_EQ(board.waits(), Waits{});
+  EXPECT_EQ(Byte_string(reply.begin() + 12, reply.end()), Byte_string(4, 0xEE));  // never past the reply
+}
+
+TEST_F(Exchange, LateClearToSendIsAwaitedWithGrowingPauses) {
+  board.fault({.command = "DAB_GET_TIME", .cts_low_reads = 2});
+  EXPECT_EQ(get_time(), 0);
+  EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(7), zeros(7), zeros(7), zeros(12)}));
+  EXPECT_EQ(board.waits(), (Waits{50us, 1050us}));
+}
+
+TEST_F(Exchange, SilentChipIsGivenUpAfterFiftyPollsEachWithItsPause) {
+  board.fault({.command = "DAB_GET_TIME", .cts_never = true});
+  EXPECT_EQ(get_time(), -3);
+  EXPECT_EQ(Si468x_ErrorCode, 160U);
+  EXPECT_EQ(board.sent().size(), 51U);
+  EXPECT_EQ(board.waits(), growing(50us, 1000us, 50));
+}
+
+TEST_F(Exchange, StatusErrorsHaveAnOrder) {
+  const struct {
+    uint8_t status0, status3;
+    int16_t result;
+  } cases[] = {
+      {0x40, 0x00, -2},  // ERR_CMD
+      {0x40, 0x0F, -2},  // ERR_CMD before all others
+      {0x00, 0x08, -1},  // REPOFERR
+      {0x00, 0x04, -1},  // CMDOFERR
+      {0x00, 0x02, -1},  // ARBERR
+      {0x00, 0x01, -2},  // ERRNR
+      {0x00, 0x09, -1},  // REPOFERR before ERRNR
+      {0x31, 0x10, 0},   // interrupts and a DSP overrun are no errors
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << std::hex << "STATUS0 |= " << int{c.status0} << " STATUS3 |= " << int{c.status3});
+    board.clear_faults();
+    board.clear_record();
+    Si468x_ErrorCode = 0;
+    board.fault({.command = "DAB_GET_TIME", .status_bits = {c.status0, 0, 0, c.status3}});
+    EXPECT_EQ(get_time(), c.result);
+    EXPECT_EQ(Si468x_ErrorCode, c.result == 0 ? 0U : 260U);
+    EXPECT_EQ(board.sent().size(), c.result == 0 ? 3U : 2U);  // a bad status stops before the reply is read
+  }
+}
+
+TEST_F(Exchange, StatusOfTheReplyItselfCountsToo) {
+  board.fault({.command = "RD_REPLY", .occurrence = 2, .status_bits = {0, 0, 0, 0x08}});
+  EXPECT_EQ(get_time(), -1);
+  EXPECT_EQ(Si468x_ErrorCode, 560U);
+}
+
+TEST_F(Exchange, ReplyWithoutABufferFailsAfterTheCommandWasCarriedOut) {
+  Byte_string cmd{0xBC, 0x01};
+  EXPECT_EQ(Si468x_send_cmd(cmd.data(), nullptr, 2, 12), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 360U);
+  EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(7)}));
+  Byte_string again{0xBC, 0x01};
+  EXPECT_EQ(Si468x_send_cmd(again.data(), nullptr, 2, 0), 0);
+}
+
+TEST_F(Exchange, ReplyShorterThanTheStatusIsReadAndNotJudged) {
+  EXPECT_EQ(get_time(3), 0);
+  EXPECT_EQ(board.sent().back(), zeros(3));
+}
+
+TEST_F(Exchange, SmallOperations) {
+  Byte_string cmd{0xBC, 0x01};
+  EXPECT_EQ(Si468x_send_cmd_simple(cmd.data(), 2), 0);
+  EXPECT_EQ(Si468x_read_reply(reply.data(), 9), 0);
+  EXPECT_EQ(Si468x_rd_reply(reply.data()), 0);
+  EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(9), zeros(7)}));
+
+  board.fault({.command = "RD_REPLY", .occurrence = 1, .status_bits = {0, 0, 0, 0x01}});
+  EXPECT_EQ(Si468x_rd_reply(reply.data()), -2);
+  EXPECT_EQ(Si468x_ErrorCode, 114U);
+
+  EXPECT_EQ(Si468x_failure(-5, 777), -5);
+  EXPECT_EQ(Si468x_ErrorCode, 777U);
+  EXPECT_EQ(Si468x_min(-3, 2), -3);
+  EXPECT_EQ(Si468x_min(7, 2), 2);
+  Byte_string bytes{1, 2, 3, 4};
+  Si468x_clear_array(bytes.data(), 3);
+  EXPECT_EQ(bytes, (Byte_string{0, 0, 0, 4}));
+  EXPECT_EQ(output_of([&] { Si468x_hex_print(bytes.data(), 4, "%s: "); }), "%s: 00 00 00 04 \n");
+}
+
+}  // namespace

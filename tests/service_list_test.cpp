@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The service list: read in two steps, decoded, written as JSON; and lists as no honest chip sends them.
+#include <sstream>
+
+#include "frontend/reports.h"
+#include "tests/support.h"
+
+namespace {
+
+Byte_string label(std::string text) {
+  text.resize(16, ' ');
+  return {text.begin(), text.end()};
+}
+
+// The fixed part of an entry: service id, bytes 4 to 6, label.
+Byte_string service(uint32_t id, uint8_t flags, uint8_t components, const std::string& text) {
+  return Byte_string{static_cast<uint8_t>(id),
+                     static_cast<uint8_t>(id >> 8),
+                     static_cast<uint8_t>(id >> 16),
+                     static_cast<uint8_t>(id >> 24),
+                     flags,
+                     components,
+                     0,
+                     0xEE} +
+         label(text);
+}
+
+// A reply from SIZE on. `size_error` makes SIZE lie.
+Byte_string list_reply(uint16_t version, uint8_t services, const Byte_string& entries, int size_error = 0) {
+  const auto size = static_cast<uint16_t>(static_cast<int>(entries.size()) + 6 + size_error);
+  return Byte_string{static_cast<uint8_t>(size),
+                     static_cast<uint8_t>(size >> 8),
+                     static_cast<uint8_t>(version),
+                     static_cast<uint8_t>(version >> 8),
+                     services,
+                     0xE1,
+                     0xE2,
+                     0xE3} +
+         entries;
+}
+
+class Service_list : public Tuned_to_33 {
+ protected:
+  void reply(const Byte_string& bytes) {
+    board.clear_faults();
+    board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .reply = bytes});
+  }
+  // Reads a list into a buffer of just the bytes that come, so that a sanitizer sees a step beyond them.
+  int16_t read(const Byte_string& bytes) {
+    reply(bytes);
+    buffer.assign(4096, 0xDD);
+    return list.get_new_list(buffer.data());
+  }
+  template <typename... Arguments>
+  static std::string json(const auto& record, Arguments... arguments) {
+    std::stringstream ss;
+    EXPECT_EQ(record.json_print_data(ss, arguments...), 0);
+    return ss.str();
+  }
+  Byte_string buffer;
+  Si468x_digital_service_list list;
+};
+
+const Byte_string station_a = service(17333, 10 << 1, 1, "Station A") + Byte_string{12, 0x00, 63 << 2, 1};
+const Byte_string data_b = service(3771802437, 1, 0, "Data B");
+
+TEST_F(Service_list, ReportIsAlwaysJson) {
+  reply(list_reply(3, 2, station_a + data_b));
+  EXPECT_EQ(output_of([] { print_digital_service_list(); }),
+            "\"DigitalServiceList\": {\n\"ServiceListVersion\": 3,\n\"NumberServices\": 2,\n\"ServiceList\": [\n"
+            "{\n\"ServiceNo\": 0,\n\"ServId\": 17333,\n\"AudioOrDataFlag\": 0,\n\"ServRef\": 949,\n\"CountryID\": 4,\n"
+            "\"ProgramType\": 10,\n\"LinkingInfo\": 0,\n\"NumberComponents\": 1,\n\"CAId\": 0,\n\"local\": 0,\n"
+            "\"SICharset\": 0,\n\"Label\": \"Station A       \",\n\"ComponentList\": [\n"
+            "{\n\"ComponentNo\": 0,\n\"comp_ID\": 12,\n\"TMID\": 0,\n\"SubChId\": 12,\n\"CA_flag\": 0,\n\"ps\": 0,\n"
+            "\"ASCTyDSCTy\": 63,\n\"muA_info_valid\": 1\n}]\n"
+            "},{\n\"ServiceNo\": 1,\n\"ServId\": 3771802437,\n\"AudioOrDataFlag\": 1,\n\"ServRef\": 74565,\n"
+            "\"CountryID\": 13,\n\"ECC\": 224,\n\"ProgramType\": 0,\n\"LinkingInfo\": 0,\n\"NumberComponents\": 0,\n"
+            "\"CAId\": 0,\n\"local\": 0,\n\"SICharset\": 0,\n\"Label\": \"Data B          \",\n\"ComponentList\": [\n"
+            "]\n}]\n}");
+  EXPECT_EQ(board.sent(), (Frames{{0x80, 0}, zeros(7), zeros(7), {0x80, 0}, zeros(7), zeros(65)}));
+}
+
+TEST_F(Service_list, EmptyListAndFailedRead) {
+  const std::string empty =
+      "\"DigitalServiceList\": {\n\"ServiceListVersion\": 0,\n\"NumberServices\": 0,\n\"ServiceList\": [\n]\n}";
+  reply(list_reply(0, 0, {}));
+  EXPECT_EQ(output_of([] { print_digital_service_list(); }), empty);
+  board.clear_faults();
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .status_bits = {0x40}});
+  EXPECT_EQ(output_of([] { print_digital_service_list(); }), empty);
+}
+
+TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
+  const struct {
+    uint16_t size;
+    int16_t result;
+    uint32_t code;
+  } cases[] = {{5, -4, 326}, {0, -4, 326}, {6, 0, 0}, {4089, 0, 0}, {4090, -4, 126}, {65535, -4, 126}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.size);
+    list = {.version = 9, .num_services = 8, .size = 7, .data = buffer.data()};
+    Si468x_ErrorCode = 0;
+    board.clear_record();
+    EXPECT_EQ(read({static_cast<uint8_t>(c.size), static_cast<uint8_t>(c.size >> 8), 0x34, 0x12, 5}), c.result);
+    EXPECT_EQ(Si468x_ErrorCode, c.code);
+    if (c.result == 0) {
+      EXPECT_EQ(list.version, 0x1234);
+      EXPECT_EQ(list.num_services, 5);
+      EXPECT_EQ(list.size, c.size - 6);
+      EXPECT_EQ(list.data, buffer.data() + 13);
+      EXPECT_EQ(board.sent().back(), zeros(c.size + 7U));
+    } else {
+      EXPECT_EQ(list.version, 9);
+      EXPECT_EQ(board.sent().size(), 3U);
+    }
+  }
+}
+
+TEST_F(Service_list, SecondReadGoesByTheLengthOfTheFirst) {
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .reply = list_reply(3, 1, station_a)});
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .reply = list_reply(4, 9, station_a, 4000)});
+  buffer.assign(41, 0xDD);
+  EXPECT_EQ(list.get_new_list(buffer.data()), 0);
+  EXPECT_EQ(list.size, 28);
+  EXPECT_EQ(list.version, 4);
+
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .status_bits = {0, 0, 0, 2}});
+  EXPECT_EQ(list.get_new_list(buffer.data()), -1);
+  EXPECT_EQ(Si468x_ErrorCode, 226U);
+  EXPECT_EQ(list.version, 4);
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .cts_never = true});
+  EXPECT_EQ(list.get_new_list(buffer.data()), -3);
+  EXPECT_EQ(Si468x_ErrorCode, 26U);
+  list.clean();
+  EXPECT_EQ(list.data, nullptr);
+  EXPECT_EQ(list.version + list.num_services + list.size, 0);
+}
+
+TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
+  const Byte_string components{0x6A, 0x7F, 0x01, 0xFE, 0x6A, 0x80, 0x02, 0x01, 0x34, 0xD2, 0xA9, 0x00};
+  Byte_string entry = service(0xFFFF9ABC, 0xFE & ~(1 << 1), 0xD3, "\"\\\xE9\x01 quoted");
+  entry[6] = 0xF9;
+  ASSERT_EQ(read(list_reply(1, 1, entry + components)), 0);
+  Si468x_service_data decoded;
+  decoded.ECC = 77;
+  ASSERT_EQ(decoded.get_service(&list, 0), 0);
+  EXPECT_EQ(decoded.ECC, 77);  // an audio service has none
+  EXPECT_EQ(json(decoded, uint16_t{4}),
+            "{\n\"ServiceNo\": 4,\n\"ServId\": 4294941372,\n\"AudioOrDataFlag\": 0,\n\"ServRef\": 2748,\n"
+            "\"CountryID\": 9,\n\"ProgramType\": 30,\n\"LinkingInfo\": 1,\n\"NumberComponents\": 3,\n\"CAId\": 5,\n"
+            "\"local\": 1,\n\"SICharset\": 9,\n\"Label\": \"\"\\\xE9\x01 quoted     \",\n\"ComponentList\": [\n"
+            "{\n\"ComponentNo\": 0,\n\"comp_ID\": 32618,\n\"TMID\": 1,\n\"SubChId\": 42,\n\"CA_flag\": 1,\n\"ps\": 0,\n"
+            "\"ASCTyDSCTy\": 0,\n\"muA_info_valid\": 0\n},"
+            "{\n\"ComponentNo\": 1,\n\"comp_ID\": 32874,\n\"TMID\": 2,\n\"FIDCId\": 42,\n\"CA_flag\": 0,\n\"ps\": 1,\n"
+            "\"ASCTyDSCTy\": 0,\n\"muA_info_valid\": 1\n},"
+            "{\n\"ComponentNo\": 2,\n\"comp_ID\": 53812,\n\"TMID\": 3,\n\"SCId\": 564,\n\"DGFlag\": 1,\n"
+            "\"CA_flag\": 1,\n\"ps\": 0,\n\"ASCTyDSCTy\": 42,\n\"muA_info_valid\": 0\n}]\n}");
+  Si468x_DAB_component component;
+  EXPECT_EQ(component.get_component(&decoded, 3), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 28U);
+}
+
+TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
+  const Byte_string three = service(1, 0, 3, "three") + Byte_string(12, 1);
+  const struct {
+    Byte_string entries;
+    uint8_t index;
+    int16_t result;
+    uint32_t code;
+  } cases[] = {
+      {station_a, 9, -6, 27},            // beyond the count
+      {Byte_string(23, 0), 1, -4, 127},  // not one header
+      {Byte_string(23, 0), 0, -4, 327},
+      {Byte_string(three.begin(), three.end() - 1), 1, -4, 227},  // components of the first cut off
+      {station_a, 1, -4, 327},                                    // ends where the second would begin
+      {station_a + Byte_string(23, 0), 1, -4, 327},
+      {station_a + Byte_string(23, 0), 2, -4, 127},  // the same, met on the way
+      {station_a + Byte_string(three.begin(), three.end() - 1), 2, -4, 227},
+      {station_a + Byte_string(three.begin(), three.end() - 1), 1, -4, 427},  // its own components cut off
+      {station_a + three, 1, 0, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << "index " << int{c.index} << ", code " << c.code);
+    ASSERT_EQ(read(list_reply(1, 9, c.entries)), 0);
+    Si468x_ErrorCode = 0;
+    Si468x_service_data decoded;
+    EXPECT_EQ(decoded.get_service(&list, c.index), c.result);
+    EXPECT_EQ(Si468x_ErrorCode, c.code);
+    EXPECT_EQ(decoded.components != nullptr, c.result == 0);
+    EXPECT_EQ(decoded.NumberComponents, c.code == 427 || c.result == 0 ? 3 : 0);
+  }
+}
+
+TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
+  // Three services are claimed: the second's components run past the end, the third is not there.
+  ASSERT_EQ(read(list_reply(1, 3, station_a + service(0x2222, 0, 15, "cut off"))), 0);
+  const std::string text = json(list);
+  const auto count = [&](const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
+  };
+  EXPECT_EQ(count("\"ServiceNo\": "), 3U);
+  EXPECT_EQ(count("\"ServId\": 8738"), 2U);  // the third repeats the last that was decoded
+  EXPECT_EQ(count("\"ComponentNo\": "), 31U);
+  // From the first service's position there are 28 bytes of list: seven components, the first of them its own.
+  EXPECT_EQ(count("\"comp_ID\": 12,"), 3U);
+  EXPECT_EQ(count("\"comp_ID\": 8738,"), 2U);
+
+  ASSERT_EQ(read(list_reply(1, 2, {})), 0);  // before any service: zeros, a label of blanks, no components
+  const std::string blank = json(list);
+  EXPECT_NE(blank.find("\"ServiceNo\": 1,\n\"ServId\": 0,"), std::string::npos);
+  EXPECT_NE(blank.find("\"Label\": \"                \",\n\"ComponentList\": [\n]"), std::string::npos);
+  ASSERT_EQ(read(list_reply(1, 1, service(5, 0, 2, "no position"))), 0);  // no position yet, nothing may be read
+  EXPECT_NE(json(list).find("\"ComponentNo\": 1,\n\"comp_ID\": 0,"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Data packets: header and payload in one transaction.
+#include <memory>
+
+#include "tests/support.h"
+
+namespace {
+
+// Reply bytes from 4 on.
+Byte_string packet(uint8_t flags, uint8_t buffer_count, uint16_t byte_count, const Byte_string& payload) {
+  return Byte_string{flags,
+                     buffer_count,
+                     0x51,
+                     0x9A,
+                     0xEF,
+                     0xCD,
+                     0xAB,
+                     0x89,
+                     0x67,
+                     0x45,
+                     0x23,
+                     0x01,
+                     0xE0,
+                     0xE1,
+                     static_cast<uint8_t>(byte_count),
+                     static_cast<uint8_t>(byte_count >> 8),
+                     0x04,
+                     0x03,
+                     0x06,
+                     0x05} +
+         payload;
+}
+
+class Packet : public Tuned_to_33 {
+ protected:
+  int16_t get(const Byte_string& reply, uint32_t size = 4096) {
+    board.clear_faults();
+    board.clear_record();
+    Si468x_ErrorCode = 0;
+    board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .reply = reply});
+    buffer = std::make_unique<uint8_t[]>(size);  // of just its size: a sanitizer sees a step beyond it
+    data = {};
+    return data.get_new_data(buffer.get(), size);
+  }
+  std::unique_ptr<uint8_t[]> buffer;
+  Si468x_digital_service_data data;
+};
+
+TEST_F(Packet, HeaderAndPayloadComeInOneTransaction) {
+  EXPECT_EQ(get(packet(0x01, 2, 3, {0x48, 0x69, 0x01})), 0);
+  EXPECT_EQ(board.sent(), (Frames{{0x84, 0x00}, zeros(28)}));
+  EXPECT_EQ(board.waits(), Waits{10us});
+  EXPECT_EQ(data.payload, buffer.get() + 25);
+  EXPECT_EQ(output_of([&] { data.print_data(); }),
+            "Digital Service data package received  \n"
+            "Overflow occured:                           0\n"
+            "Data ready for transfer:                    1\n"
+            "In buffer remaining data:                   2\n"
+            "SRV state:                                  81\n"
+            "Payload source:                             2\n"
+            "DSCTy:                                      26\n"
+            "Service ID:                                 2309737967\n"
+            "Component ID:                               19088743\n"
+            "Byte count:                                 3\n"
+            "Segment number:                             772\n"
+            "Total number of segments of data object:    1286\n"
+            "Data:                                       Hi 01 \n");
+}
+
+TEST_F(Packet, HeaderDecidesWhetherThereIsAPayload) {
+  const struct {
+    uint8_t flags, buffer_count;
+    uint16_t byte_count;
+    uint32_t size;
+    int16_t result;
+    uint32_t code;
+    size_t read;
+  } cases[] = {
+      {0x01, 0, 9, 4096, 0, 0, 25},  // nothing queued, whatever else is claimed
+      {0x03, 0, 9, 4096, 0, 0, 25},         {0x02, 1, 9, 4096, -2, 134, 25},  // overflow before readiness
+      {0x00, 1, 9, 4096, -3, 234, 25},      {0x01, 1, 0, 4096, 0, 0, 25},
+      {0x01, 1, 1, 26, 0, 0, 26},     // just fits
+      {0x01, 1, 2, 26, -4, 334, 25},  // one byte too many
+      {0x01, 1, 65535, 65560, 0, 0, 65560}, {0x01, 1, 65535, 65559, -4, 334, 25},
+      {0x01, 1, 1, 25, -4, 334, 25},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << "flags " << int{c.flags} << " count " << c.byte_count << " size " << c.size);
+    EXPECT_EQ(get(packet(c.flags, c.buffer_count, c.byte_count, Byte_string(c.byte_count, 0x7E)), c.size), c.result);
+    EXPECT_EQ(Si468x_ErrorCode, c.code);
+    EXPECT_EQ(board.sent(), (Frames{{0x84, 0x00}, zeros(c.read)}));
+    EXPECT_FALSE(board.chip_select_active());
+    EXPECT_EQ(data.payload != nullptr, c.read > 25);
+    EXPECT_EQ(data.byte_count, c.byte_count);
+  }
+}
+
+TEST_F(Packet, PrintableBytesPrintAsCharacters) {
+  EXPECT_EQ(get(packet(0x01, 1, 5, {0x1F, 0x20, 0x7E, 0x7F, 0xFF})), 0);
+  EXPECT_TRUE(
+      output_of([&] { data.print_data(); }).ends_with("Data:                                        1f  ~ 7f  ff \n"));
+  EXPECT_EQ(get(packet(0x01, 0, 5, {})), 0);
+  EXPECT_TRUE(output_of([&] {
+                data.print_data();
+              }).ends_with("object:    1286\nData:                                       \n"));
+}
+
+TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
+  board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .cts_never = true});
+  buffer = std::make_unique<uint8_t[]>(25);
+  EXPECT_EQ(data.get_new_data(buffer.get(), 25), -3);
+  EXPECT_EQ(Si468x_ErrorCode, 34U);
+  Frames frames(11, zeros(2));
+  frames[0] = {0x84, 0x00};
+  EXPECT_EQ(board.sent(), frames);
+  EXPECT_EQ(board.waits(), Waits(11, 10us));
+
+  board.clear_record();
+  EXPECT_EQ(data.get_new_data(buffer.get(), 24), -4);  // not even a header would fit
+  EXPECT_EQ(Si468x_ErrorCode, 334U);
+  EXPECT_EQ(board.sent(), Frames{});
+}
+
+// On the air: one data component whose object comes in two segments.
+class On_air : public Board_test {
+ protected:
+  On_air() {
+    sim::Component component{
+        .tmid = 3,
+        .id = 564,
+        .segments = {{.number = 0, .total = 2, .payload = {1, 2, 3}}, {.number = 1, .total = 2, .payload = {4}}}};
+    sim::Service service{.id = 0xE0D12345, .data = true, .components = {component}};
+    board.air().ensembles = {{.index = 5, .lists = {{.version = 1, .services = {service}}}}};
+    board.restore({.mode = sim::Mode::dab, .dab = {.tuned_index = 5, .lists_arrived = 1}, .pins = board.state().pins});
+    component_id = component.component_id();
+  }
+  uint32_t component_id;
+};
+
+TEST_F(On_air, StartedDataServiceIsFetchedToItsEnd) {
+  board.air().always_ready = false;
+  ASSERT_EQ(Si468x_start_digital_service(1, 0xE0D12345, component_id), 0);
+  std::array<uint8_t, 64> buffer{};
+  Si468x_digital_service_data data;
+  for (const Byte_string& payload : {Byte_string{1, 2, 3}, Byte_string{4}}) {
+    ASSERT_EQ(data.get_new_data(buffer.data(), buffer.size()), 0);
+    ASSERT_NE(data.payload, nullptr);
+    EXPECT_EQ(Byte_string(data.payload, data.payload + data.byte_count), payload);
+    EXPECT_EQ(data.service_id, 0xE0D12345);
+    EXPECT_EQ(data.component_id, component_id);
+    EXPECT_EQ(data.num_segments, 2);
+  }
+  EXPECT_EQ(data.get_new_data(buffer.data(), buffer.size()), 0);
+  EXPECT_EQ(data.buffer_count, 0);
+  EXPECT_EQ(data.payload, nullptr);
+}
+
+}  // namespace

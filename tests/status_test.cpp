@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Digital radio status, events and time: every field from its bits, every report byte for byte.
+#include "frontend/reports.h"
+#include "tests/support.h"
+
+namespace {
+
+using Status = Tuned_to_33;
+
+const char* const all_zero_json =
+    "\"DigradStatus\": {\n\"hardmuteINT\": 0,\n\"FICerrINT\": 0,\n\"acqINT\": 0,\n\"rssihINT\": 0,\n\"rssilINT\": 0,\n"
+    "\"hardmute\": 0,\n\"FICerr\": 0,\n\"acq\": 0,\n\"valid\": 0,\n\"rssi\": 0,\n\"snr\": 0,\n\"FIC_quality\": 0,\n"
+    "\"cnr\": 0,\n\"FIB_error_count\": 0,\n\"tune_freq\": 0,\n\"tune_index\": 0,\n\"fft_offset\": 0,\n"
+    "\"readAntCap\": 0,\n\"cu_level\": 0,\n\"fast_dect\": 0\n}";
+
+// Bytes 4 and 5, then every measure with a value of its own; 239200 kHz.
+Byte_string digrad_reply(uint8_t interrupts, uint8_t states) {
+  return {interrupts, states, 0xF6, 0x81, 99,   21,   0x03, 0x04, 0x60, 0xA6,
+          0x03,       0x00,   33,   0xFE, 0x9C, 0x01, 0xAC, 0x02, 7};
+}
+
+TEST_F(Status, DigradBitsEndInTheirFieldsAndNowhereElse) {
+  using Record = Si468x_DAB_digrad_status;
+  const struct {
+    uint8_t interrupts, states;
+    uint8_t Record::*field;
+  } cases[] = {
+      {0x10, 0, &Record::hardmuteINT}, {0x08, 0, &Record::FICerrINT}, {0x04, 0, &Record::acqINT},
+      {0x02, 0, &Record::rssihINT},    {0x01, 0, &Record::rssilINT},  {0, 0x10, &Record::hardmute},
+      {0, 0x08, &Record::FICerr},      {0, 0x04, &Record::acq},       {0, 0x01, &Record::valid},
+  };
+  for (const auto& c : cases) {
+    board.clear_faults();
+    board.fault({.command = "DAB_DIGRAD_STATUS", .reply = digrad_reply(c.interrupts | 0xE0, c.states | 0xE2)});
+    Record status;
+    EXPECT_EQ(status.get_new_status(), 0);
+    int set = 0;
+    for (const auto& other : cases) set += status.*other.field;
+    EXPECT_EQ(status.*c.field, 1);
+    EXPECT_EQ(set, 1);
+  }
+}
+
+TEST_F(Status, DigradReports) {
+  board.fault({.command = "DAB_DIGRAD_STATUS", .reply = digrad_reply(0x06, 0x15)});
+  EXPECT_EQ(output_of([] { print_digrad_status(); }),
+            "Digrad status ------------------------ \n"
+            "Audio was muted:                            0\n"
+            "FIC errors encountered:                     0\n"
+            "Ensemble acquisition state changed:         1\n"
+            "below RSSI thresh:                          1\n"
+            "above RSSI thresh:                          0\n"
+            "hardmute:                                   1\n"
+            "FIC errors:                                 0\n"
+            "Ensemble acquired:                          1\n"
+            "RSSI valid:                                 1\n"
+            "RSSI:                                       246\n"
+            "SNR:                                        129\n"
+            "FIC quality:                                99\n"
+            "CNR:                                        21\n"
+            "FIB error count:                            1027\n"
+            "Tune Freq.:                                 239200\n"
+            "Tune index:                                 33\n"
+            "FFT offset:                                 254\n"
+            "Antenna tuning cap value:                   412\n"
+            "CU level:                                   684\n"
+            "Metric for DAB fast detect:                 7\n");
+  EXPECT_EQ(board.sent(), (Frames{{0xB2, 0x00}, zeros(7), zeros(24)}));
+  EXPECT_EQ(output_of([] { print_digrad_status_json(); }),
+            "\"DigradStatus\": {\n\"hardmuteINT\": 0,\n\"FICerrINT\": 0,\n\"acqINT\": 1,\n\"rssihINT\": 1,\n"
+            "\"rssilINT\": 0,\n\"hardmute\": 1,\n\"FICerr\": 0,\n\"acq\": 1,\n\"valid\": 1,\n\"rssi\": 246,\n"
+            "\"snr\": 129,\n\"FIC_quality\": 99,\n\"cnr\": 21,\n\"FIB_error_count\": 1027,\n\"tune_freq\": 239200,\n"
+            "\"tune_index\": 33,\n\"fft_offset\": 254,\n\"readAntCap\": 412,\n\"cu_level\": 684,\n\"fast_dect\": 7\n}");
+}
+
+TEST_F(Status, FailedDigradReadPrintsZeros) {
+  board.fault({.command = "DAB_DIGRAD_STATUS", .status_bits = {0x40}});
+  EXPECT_EQ(output_of([] { print_digrad_status_json(); }), all_zero_json);
+  EXPECT_EQ(Si468x_ErrorCode, 22U);
+  Si468x_DAB_digrad_status status;
+  status.rssi = 5;
+  EXPECT_EQ(status.get_new_status(), -2);
+  EXPECT_EQ(status.rssi, 5);  // a failed read changes nothing
+}
+
+TEST_F(Status, EventReport) {
+  board.fault({.command = "DAB_GET_EVENT_STATUS", .reply = Byte_string{0x89, 0x02, 0x34, 0x12}});
+  EXPECT_EQ(output_of([] { print_event_status(); }),
+            "Event status ------------------------- \n"
+            "Ensemble reconfig event:                    1\n"
+            "Ensemble reconfig warning:                  0\n"
+            "New announcement info available             1\n"
+            "New freq. info available:                   0\n"
+            "New service list available:                 1\n"
+            "Freq. Info available:                       1\n"
+            "Service list available:                     0\n"
+            "Service list version:                       4660\n");
+  EXPECT_EQ(board.sent(), (Frames{{0xB3, 0x01}, zeros(7), zeros(9)}));
+
+  board.clear_faults();
+  board.fault({.command = "DAB_GET_EVENT_STATUS", .reply = Byte_string{0x42, 0x01, 0x02, 0x00}});
+  Si468x_DAB_event_status events;
+  EXPECT_EQ(events.get_new_status(), 0);
+  EXPECT_EQ(events.reconfig_warning + events.new_freq_info + events.service_list_available, 3);
+  EXPECT_EQ(events.reconfig_event + events.new_announcement_info + events.new_service_list, 0);
+
+  board.clear_faults();
+  board.fault({.command = "DAB_GET_EVENT_STATUS", .cts_never = true});
+  EXPECT_EQ(events.get_new_status(), -3);
+  EXPECT_EQ(Si468x_ErrorCode, 24U);
+  EXPECT_EQ(events.service_list_version, 2);
+}
+
+TEST_F(Dab_running, EventsShowOnceAndAreAcknowledged) {
+  Si468x_DAB_tune_freq(33);
+  board.wait(2s);
+  Si468x_DAB_event_status events;
+  EXPECT_EQ(events.get_new_status(), 0);
+  EXPECT_EQ(events.new_service_list, 1);
+  EXPECT_EQ(events.get_new_status(), 0);
+  EXPECT_EQ(events.new_service_list, 0);
+  EXPECT_EQ(events.service_list_available, 1);
+}
+
+TEST_F(Status, Time) {
+  board.fault({.command = "DAB_GET_TIME", .reply = Byte_string{0xE0, 0x07, 3, 7, 9, 5, 0}});
+  EXPECT_EQ(output_of([] { print_ensembletime(); }), "2016-3-7T9:5:0Z\n");
+  EXPECT_EQ(output_of([] { print_ensembletime_json(); }),
+            "\"ensembleTime\": {\n\"year\": 2016,\n\"month\": 3,\n\"day\": 7,\n\"hour\": 9,\n\"minute\": 5,\n"
+            "\"second\": 0\n}\n");
+  EXPECT_EQ(board.sent()[0], (Byte_string{0xBC, 0x01}));
+  EXPECT_EQ(board.sent()[2], zeros(12));
+  Si468x_time time;
+  EXPECT_EQ(time.get_ensembletime(), 0);
+  EXPECT_EQ(output_of([&] { EXPECT_EQ(time.print_data(), 16); }), "2016-3-7T9:5:0Z\n");
+  time.clean();
+  EXPECT_EQ(output_of([&] { time.print_data(); }), "0-0-0T0:0:0Z\n");
+}
+
+TEST_F(Dab_running, TimeThatCannotBeReadPrintsAsZeros) {
+  EXPECT_EQ(output_of([] { print_ensembletime(); }), "0-0-0T0:0:0Z\n");  // no ensemble, no time
+  EXPECT_EQ(Si468x_ErrorCode, 35U);
+  EXPECT_EQ(output_of([] { print_ensembletime_json(); }),
+            "\"ensembleTime\": {\n\"year\": 0,\n\"month\": 0,\n\"day\": 0,\n\"hour\": 0,\n\"minute\": 0,\n"
+            "\"second\": 0\n}\n");
+}
+
+}  // namespace

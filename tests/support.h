@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the tests share: boards in the states that tests start from, what went over the wire, and runs of the program.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "si468x/si468x.h"
+#include "simulator/board.h"
+
+using Byte_string = std::vector<uint8_t>;
+using sim::Frames;
+using sim::Waits;
+using namespace std::chrono_literals;
+
+/// So many zero bytes: a read as the host sends it.
+inline Byte_string zeros(size_t count) { return Byte_string(count, 0); }
+
+Byte_string operator+(Byte_string a, const Byte_string& b);
+
+/// The pauses of a wait: first, first + step, ...
+Waits growing(std::chrono::microseconds first, std::chrono::microseconds step, int count);
+
+/// What `print` writes to standard output.
+std::string output_of(const std::function<void()>& print);
+
+/// What happened on a board, in order, as words: "pin 23 low", "wait 50 ms", "POWER_UP".
+class Story : public sim::Board_log {
+ public:
+  std::vector<std::string> lines;
+  void transaction(const sim::Transaction& done) override { lines.emplace_back(done.command); }
+  void wait(sim::Time, sim::Time span) override;
+  void pin(sim::Time, unsigned number, std::string_view change) override;
+};
+
+/// A board with the default broadcast, always ready, whose SPI link is up and whose record is empty. Ends with a look
+/// at what no test may leave behind: a set-up mistake, a fault that was never met, an open transaction.
+class Board_test : public testing::Test {
+ protected:
+  explicit Board_test(const sim::Board_state& state = {});
+  ~Board_test() override;
+  void TearDown() override;
+  sim::Board board;
+};
+
+class Powered_up : public Board_test {
+ protected:
+  Powered_up() : Board_test({.mode = sim::Mode::bootloader}) {}
+};
+class Dab_running : public Board_test {
+ protected:
+  Dab_running() : Board_test({.mode = sim::Mode::dab}) {}
+};
+class Tuned_to_33 : public Board_test {
+ protected:
+  Tuned_to_33() : Board_test({.mode = sim::Mode::dab, .dab = {.tuned_index = 33}}) {}
+};
+class Fm_running : public Board_test {
+ protected:
+  Fm_running() : Board_test({.mode = sim::Mode::fm}) {}
+};
+
+/// One run of a program to its end.
+struct Outcome {
+  int status;          ///< exit status, -1 when it was killed
+  std::string output;  ///< standard output and standard error, as a terminal would show them
+  /// What follows the start lines and the banner.
+  std::string after_banner() const;
+};
+
+/// A directory of its own for the runs of one test, with the state file of the simulated board in it.
+class Runs : public testing::Test {
+ protected:
+  Runs();
+  ~Runs() override;
+  /// Runs `kelvo-sim ARGUMENTS` in the directory; `before` stands in front: variables, or input into a pipe.
+  Outcome kelvo_sim(const std::string& arguments, const std::string& before = "") const;
+  std::string path(const std::string& name) const { return directory + "/" + name; }
+  std::string directory;
+};
+
+/// Runs a shell command in a directory.
+Outcome run_shell(const std::string& command, const std::string& directory);
+std::string read_file(const std::string& path);
+void write_file(const std::string& path, const std::string& text);

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The frequency list, tuning and its waits, the scan's tune-and-qualify step, starting and stopping services.
+#include "frontend/tuning.h"
+
+#include "tests/support.h"
+
+namespace {
+
+using Tuning = Dab_running;
+
+TEST_F(Tuning, FrequencyTableIsBandIii) {
+  board.air().frequencies = {1000};
+  EXPECT_EQ(Si468x_DAB_set_freq_list(), 0);
+  ASSERT_EQ(board.sent()[0].size(), 168U);
+  EXPECT_EQ(Byte_string(board.sent()[0].begin(), board.sent()[0].begin() + 8),
+            (Byte_string{0xB8, 41, 0, 0, 0x50, 0xAB, 0x02, 0x00}));  // 174928 kHz
+  std::array<uint32_t, 50> frequencies{};
+  uint8_t count = 0;
+  EXPECT_EQ(Si468x_DAB_get_freq_list(frequencies.data(), &count, 50), 0);
+  EXPECT_EQ(count, 41);
+  EXPECT_EQ(std::vector<uint32_t>(frequencies.begin(), frequencies.begin() + 41), sim::band_iii_frequencies());
+
+  board.fault({.command = "DAB_SET_FREQ_LIST", .status_bits = {0x40}});
+  EXPECT_EQ(Si468x_DAB_set_freq_list(), -2);
+  EXPECT_EQ(Si468x_ErrorCode, 20U);
+}
+
+TEST_F(Tuning, FrequencyListIsReadAsLongAsTheChipSaysAndKeptAsFarAsThereIsRoom) {
+  const struct {
+    size_t listed;
+    uint8_t capacity;
+  } cases[] = {{0, 3}, {2, 3}, {3, 3}, {41, 3}, {255, 64}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.listed);
+    board.air().frequencies.assign(c.listed, 0);
+    for (size_t i = 0; i < c.listed; ++i) board.air().frequencies[i] = 0x01020304 + static_cast<uint32_t>(i);
+    board.clear_record();
+    std::vector<uint32_t> frequencies(size_t{c.capacity} + 1, 7);
+    uint8_t count = 99;
+    EXPECT_EQ(Si468x_DAB_get_freq_list(frequencies.data(), &count, c.capacity), 0);
+    EXPECT_EQ(count, c.listed);
+    EXPECT_EQ(board.sent(), (Frames{{0xB9, 0}, zeros(7), zeros(6), {0xB9, 0}, zeros(7), zeros(9 + 4 * c.listed)}));
+    const size_t kept = std::min<size_t>(c.listed, c.capacity);
+    for (size_t i = 0; i < kept; ++i) EXPECT_EQ(frequencies[i], 0x01020304 + i);
+    for (size_t i = kept; i < frequencies.size(); ++i) EXPECT_EQ(frequencies[i], 7U);
+  }
+}
+
+TEST_F(Tuning, FrequencyListFailures) {
+  uint32_t frequency = 5;
+  uint8_t count = 99;
+  board.fault({.command = "DAB_GET_FREQ_LIST", .occurrence = 2, .status_bits = {0x40}});
+  EXPECT_EQ(Si468x_DAB_get_freq_list(&frequency, &count, 1), -2);
+  EXPECT_EQ(Si468x_ErrorCode, 119U);
+  EXPECT_EQ(count, 41);
+  EXPECT_EQ(frequency, 5U);
+  board.fault({.command = "DAB_GET_FREQ_LIST", .occurrence = 1, .cts_never = true});
+  EXPECT_EQ(Si468x_DAB_get_freq_list(&frequency, &count, 1), -3);
+  EXPECT_EQ(Si468x_ErrorCode, 19U);
+  EXPECT_EQ(count, 0);
+}
+
+TEST_F(Tuning, TuneLooksAtOnceAndThenEvery100Milliseconds) {
+  EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
+  EXPECT_EQ(board.sent()[0], (Byte_string{0xB0, 0x00, 33, 0x00, 0x00, 0x00}));
+  EXPECT_EQ(board.waits(), (Waits{100ms, 100ms}));  // the chip takes a little less than 200 ms
+  EXPECT_EQ(board.sent(), (Frames{board.sent()[0], zeros(7), zeros(7), zeros(7), zeros(7)}));
+}
+
+TEST_F(Tuning, TuneThatNeverCompletesGivesTheLastLook) {
+  board.fault({.command = "DAB_TUNE_FREQ", .stc_never = true});
+  EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
+  EXPECT_EQ(Si468x_ErrorCode, 121U);
+  EXPECT_EQ(board.waits(), Waits(100, 100ms));
+  EXPECT_EQ(board.sent().size(), 102U);
+
+  board.clear_faults();
+  board.fault({.command = "RD_REPLY", .occurrence = 101, .status_bits = {0, 0, 0, 0x02}});
+  board.fault({.command = "DAB_TUNE_FREQ", .stc_never = true});
+  EXPECT_EQ(Si468x_DAB_tune_freq(33), -1);
+  EXPECT_EQ(Si468x_ErrorCode, 121U);
+}
+
+TEST_F(Tuning, ErrorSeenOnTheWayLeavesItsCodeAndTheWaitGoesOn) {
+  board.fault({.command = "RD_REPLY", .occurrence = 2, .status_bits = {0x41}});  // complete, but with an error
+  EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
+  EXPECT_EQ(Si468x_ErrorCode, 114U);
+  EXPECT_EQ(board.waits(), Waits(2, 100ms));
+
+  EXPECT_EQ(Si468x_DAB_tune_freq(200), -2);  // beyond the chip's list
+  EXPECT_EQ(Si468x_ErrorCode, 21U);
+}
+
+TEST_F(Tuning, FrontEndWaitsForTheEnsemble) {
+  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(33), 0); }), "Tuned.\n\n");
+  EXPECT_EQ(board.waits(), (Waits{100ms, 100ms, 500ms, 200ms}));
+
+  board.clear_record();
+  board.fault({.command = "DAB_DIGRAD_STATUS", .occurrence = 1, .status_bits = {0x40}});
+  board.fault({.command = "DAB_TUNE_FREQ", .status_bits = {0, 0, 0, 0x02}});  // the tune may fail, the ensemble decides
+  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(33), 0); }), "Tuned.\n\n");
+  EXPECT_EQ(board.waits(), (Waits{500ms, 200ms, 200ms}));
+
+  board.clear_record();
+  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(2), -1); }), "Could not tune to frequency\n\n");
+  EXPECT_EQ(board.totals().commands.at("DAB_DIGRAD_STATUS"), 10U);
+  EXPECT_EQ(Waits(board.waits().end() - 11, board.waits().end()),
+            (Waits{500ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms}));
+}
+
+TEST_F(Tuned_to_33, PlayingStartsTheComponent) {
+  EXPECT_EQ(output_of([] { EXPECT_EQ(play_station(17333, 12), 0); }), "");
+  EXPECT_EQ(board.sent(), (Frames{{0x81, 0, 0, 0, 0xB5, 0x43, 0, 0, 0x0C, 0, 0, 0}, zeros(7)}));
+  EXPECT_EQ(board.state().dab.running.size(), 1U);
+  EXPECT_EQ(Si468x_stop_digital_service(0, 17333, 12), 0);
+  EXPECT_EQ(board.state().dab.running.size(), 0U);
+  EXPECT_EQ(output_of([] { EXPECT_EQ(play_station(17333, 13), -1); }), "Could not start service\n\n");
+  EXPECT_EQ(Si468x_ErrorCode, 32U);
+  EXPECT_EQ(Si468x_stop_digital_service(1, 0x89ABCDEF, 0x01234567), -2);
+  EXPECT_EQ(Si468x_ErrorCode, 33U);
+  EXPECT_EQ(board.sent()[board.sent().size() - 2],
+            (Byte_string{0x82, 1, 0, 0, 0xEF, 0xCD, 0xAB, 0x89, 0x67, 0x45, 0x23, 0x01}));
+}
+
+// Event replies in the order of the polls; after the last one it repeats.
+class Qualify : public Dab_running {
+ protected:
+  void events(const std::vector<Byte_string>& replies) {
+    for (size_t i = 0; i < replies.size(); ++i)
+      board.fault({.command = "DAB_GET_EVENT_STATUS", .occurrence = static_cast<uint32_t>(i + 1), .reply = replies[i]});
+  }
+  void status_reply(uint8_t states, uint8_t fic_quality) {
+    board.fault(
+        {.command = "DAB_DIGRAD_STATUS", .occurrence = 1, .reply = Byte_string{0, states, 38, 14, fic_quality}});
+  }
+  size_t polls() const {
+    const auto& commands = board.totals().commands;
+    const auto found = commands.find("DAB_GET_EVENT_STATUS");
+    return found == commands.end() ? 0 : found->second;
+  }
+  int16_t qualify() { return Si468x_DAB_tune_freq_save(33, status); }
+  static constexpr uint8_t valid = 0x01;
+  Si468x_DAB_digrad_status status;
+};
+
+TEST_F(Qualify, NothingUsableWithoutAValidSignalOrWithPoorQuality) {
+  status_reply(0x04, 100);
+  EXPECT_EQ(qualify(), 0);
+  board.clear_faults();
+  status_reply(valid, 29);
+  EXPECT_EQ(qualify(), 0);
+  EXPECT_EQ(status.rssi, 38);
+  EXPECT_EQ(status.FIC_quality, 29);
+  EXPECT_EQ(polls(), 0U);
+  board.clear_faults();
+  status_reply(valid, 30);
+  EXPECT_EQ(qualify(), 1);
+  EXPECT_EQ(Si468x_ErrorCode, 0U);
+}
+
+TEST_F(Qualify, ListIsStableWhenAVersionAnnouncedAsNewIsStillThere) {
+  status_reply(valid, 100);
+  events({{1, 1, 5, 0}, {0, 1, 5, 0}});
+  EXPECT_EQ(qualify(), 1);
+  EXPECT_EQ(board.waits(), (Waits{100ms, 100ms, 200ms}));
+}
+
+TEST_F(Qualify, LaterVersionReplacesTheRememberedOne) {
+  status_reply(valid, 100);
+  events({{0, 1, 5, 0}, {1, 1, 5, 0}, {1, 1, 6, 0}, {1, 0, 6, 0}, {0, 1, 5, 0}, {0, 1, 6, 1}, {0, 1, 6, 0}});
+  EXPECT_EQ(qualify(), 1);
+  EXPECT_EQ(polls(), 7U);
+}
+
+TEST_F(Qualify, ListThatIsNeverAnnouncedAsNewIsNotTrusted) {
+  board.fault({.command = "DAB_GET_EVENT_STATUS", .reply = Byte_string{0, 1, 0, 0}});
+  EXPECT_EQ(qualify(), -1);
+  EXPECT_EQ(Si468x_ErrorCode, 365U);
+  EXPECT_EQ(polls(), 50U);
+  EXPECT_EQ(Waits(board.waits().begin() + 2, board.waits().end()), Waits(50, 200ms));
+}
+
+TEST_F(Qualify, FailuresNeverLookLikeAnUnstableList) {
+  const struct {
+    sim::Fault fault;
+    int16_t result;
+    uint32_t code;
+  } cases[] = {
+      {{.command = "DAB_TUNE_FREQ", .status_bits = {0, 0, 0, 0x02}}, -2, 65},
+      {{.command = "DAB_TUNE_FREQ", .status_bits = {0x40}}, -2, 65},
+      {{.command = "DAB_TUNE_FREQ", .cts_never = true}, -3, 65},
+      {{.command = "DAB_DIGRAD_STATUS", .status_bits = {0, 0, 0, 0x02}}, -2, 165},
+      {{.command = "DAB_DIGRAD_STATUS", .cts_never = true}, -3, 165},
+      {{.command = "DAB_GET_EVENT_STATUS", .status_bits = {0, 0, 0, 0x02}}, -2, 265},
+      {{.command = "DAB_GET_EVENT_STATUS", .cts_never = true}, -3, 265},
+  };
+  for (const auto& c : cases) {
+    board.clear_faults();
+    board.fault(c.fault);
+    status = {};
+    EXPECT_EQ(qualify(), c.result) << c.code;
+    EXPECT_EQ(Si468x_ErrorCode, c.code);
+    EXPECT_EQ(status.valid, c.code == 265 ? 1 : 0);
+  }
+}
+
+}  // namespace
