@@ -45,30 +45,7 @@ TEST_F(Chip, ReportShowsEveryFieldInItsPlace) {
   board.fault({.command = "GET_PART_INFO", .reply = Byte_string{17, 34, 9, 9, 0x83, 0x12, 9}});
   board.fault({.command = "GET_SYS_STATE", .reply = Byte_string{3, 9}});
   board.fault({.command = "GET_FUNC_INFO", .reply = Byte_string{5, 6, 7, 0x23, 0x0D, 0x0C, 0x0B, 0xFA}});
-  EXPECT_EQ(output_of([] { print_chip_info(); }),
-            "Chip info ---------------------------- \n"
-            "Clear to send:                              1\n"
-            "Command error:                              0\n"
-            "Digital radio link change interrupt:        1\n"
-            "Data component interrupt:                   1\n"
-            "Seek/Tune complete:                         0\n"
-            "Digital radio event change interrupt:       1\n"
-            "Powerup state:                              3\n"
-            "DSP frame overrun:                          1\n"
-            "Data dropped during read reply:             0\n"
-            "Dropped data during command write:          1\n"
-            "Arbiter error:                              0\n"
-            "Non-recoverable error:                      0\n"
-            "Chip Mask Revision:                         17\n"
-            "ROM ID:                                     34\n"
-            "Part Number:                                4739\n"
-            "Firmware image running the sysstate CMD:    TDMB or data only DAB\n"
-            "Revision number:                            5.6.7\n"
-            "No SVN info:                                0\n"
-            "Mixed revisions:                            1\n"
-            "Local modifications:                        1\n"
-            "Build location:                             2\n"
-            "SVN ID:                                     4195027981\n");
+  EXPECT_EQ(output_of([] { print_chip_info(); }), expected("chip_info.txt"));
   EXPECT_EQ(board.sent(), (Frames{zeros(7),
                                   {0x08, 0x00},
                                   zeros(7),

@@ -66,17 +66,7 @@ const Byte_string data_b = service(3771802437, 1, 0, "Data B");
 
 TEST_F(Service_list, ReportIsAlwaysJson) {
   reply(list_reply(3, 2, station_a + data_b));
-  EXPECT_EQ(output_of([] { print_digital_service_list(); }),
-            "\"DigitalServiceList\": {\n\"ServiceListVersion\": 3,\n\"NumberServices\": 2,\n\"ServiceList\": [\n"
-            "{\n\"ServiceNo\": 0,\n\"ServId\": 17333,\n\"AudioOrDataFlag\": 0,\n\"ServRef\": 949,\n\"CountryID\": 4,\n"
-            "\"ProgramType\": 10,\n\"LinkingInfo\": 0,\n\"NumberComponents\": 1,\n\"CAId\": 0,\n\"local\": 0,\n"
-            "\"SICharset\": 0,\n\"Label\": \"Station A       \",\n\"ComponentList\": [\n"
-            "{\n\"ComponentNo\": 0,\n\"comp_ID\": 12,\n\"TMID\": 0,\n\"SubChId\": 12,\n\"CA_flag\": 0,\n\"ps\": 0,\n"
-            "\"ASCTyDSCTy\": 63,\n\"muA_info_valid\": 1\n}]\n"
-            "},{\n\"ServiceNo\": 1,\n\"ServId\": 3771802437,\n\"AudioOrDataFlag\": 1,\n\"ServRef\": 74565,\n"
-            "\"CountryID\": 13,\n\"ECC\": 224,\n\"ProgramType\": 0,\n\"LinkingInfo\": 0,\n\"NumberComponents\": 0,\n"
-            "\"CAId\": 0,\n\"local\": 0,\n\"SICharset\": 0,\n\"Label\": \"Data B          \",\n\"ComponentList\": [\n"
-            "]\n}]\n}");
+  EXPECT_EQ(output_of([] { print_digital_service_list(); }), expected("service_list.json"));
   EXPECT_EQ(board.sent(), (Frames{{0x80, 0}, zeros(7), zeros(7), {0x80, 0}, zeros(7), zeros(65)}));
 }
 

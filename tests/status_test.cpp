@@ -7,16 +7,9 @@ namespace {
 
 using Status = Tuned_to_33;
 
-const char* const all_zero_json =
-    "\"DigradStatus\": {\n\"hardmuteINT\": 0,\n\"FICerrINT\": 0,\n\"acqINT\": 0,\n\"rssihINT\": 0,\n\"rssilINT\": 0,\n"
-    "\"hardmute\": 0,\n\"FICerr\": 0,\n\"acq\": 0,\n\"valid\": 0,\n\"rssi\": 0,\n\"snr\": 0,\n\"FIC_quality\": 0,\n"
-    "\"cnr\": 0,\n\"FIB_error_count\": 0,\n\"tune_freq\": 0,\n\"tune_index\": 0,\n\"fft_offset\": 0,\n"
-    "\"readAntCap\": 0,\n\"cu_level\": 0,\n\"fast_dect\": 0\n}";
-
 // Bytes 4 and 5, then every measure with a value of its own; 239200 kHz.
 Byte_string digrad_reply(uint8_t interrupts, uint8_t states) {
-  return {interrupts, states, 0xF6, 0x81, 99,   21,   0x03, 0x04, 0x60, 0xA6,
-          0x03,       0x00,   33,   0xFE, 0x9C, 0x01, 0xAC, 0x02, 7};
+  return Byte_string{interrupts, states} + bytes("F6 81 63 15 03 04 60 A6 03 00 21 FE 9C 01 AC 02 07");
 }
 
 TEST_F(Status, DigradBitsEndInTheirFieldsAndNowhereElse) {
@@ -43,39 +36,14 @@ TEST_F(Status, DigradBitsEndInTheirFieldsAndNowhereElse) {
 
 TEST_F(Status, DigradReports) {
   board.fault({.command = "DAB_DIGRAD_STATUS", .reply = digrad_reply(0x06, 0x15)});
-  EXPECT_EQ(output_of([] { print_digrad_status(); }),
-            "Digrad status ------------------------ \n"
-            "Audio was muted:                            0\n"
-            "FIC errors encountered:                     0\n"
-            "Ensemble acquisition state changed:         1\n"
-            "below RSSI thresh:                          1\n"
-            "above RSSI thresh:                          0\n"
-            "hardmute:                                   1\n"
-            "FIC errors:                                 0\n"
-            "Ensemble acquired:                          1\n"
-            "RSSI valid:                                 1\n"
-            "RSSI:                                       246\n"
-            "SNR:                                        129\n"
-            "FIC quality:                                99\n"
-            "CNR:                                        21\n"
-            "FIB error count:                            1027\n"
-            "Tune Freq.:                                 239200\n"
-            "Tune index:                                 33\n"
-            "FFT offset:                                 254\n"
-            "Antenna tuning cap value:                   412\n"
-            "CU level:                                   684\n"
-            "Metric for DAB fast detect:                 7\n");
+  EXPECT_EQ(output_of([] { print_digrad_status(); }), expected("digrad_status.txt"));
   EXPECT_EQ(board.sent(), (Frames{{0xB2, 0x00}, zeros(7), zeros(24)}));
-  EXPECT_EQ(output_of([] { print_digrad_status_json(); }),
-            "\"DigradStatus\": {\n\"hardmuteINT\": 0,\n\"FICerrINT\": 0,\n\"acqINT\": 1,\n\"rssihINT\": 1,\n"
-            "\"rssilINT\": 0,\n\"hardmute\": 1,\n\"FICerr\": 0,\n\"acq\": 1,\n\"valid\": 1,\n\"rssi\": 246,\n"
-            "\"snr\": 129,\n\"FIC_quality\": 99,\n\"cnr\": 21,\n\"FIB_error_count\": 1027,\n\"tune_freq\": 239200,\n"
-            "\"tune_index\": 33,\n\"fft_offset\": 254,\n\"readAntCap\": 412,\n\"cu_level\": 684,\n\"fast_dect\": 7\n}");
+  EXPECT_EQ(output_of([] { print_digrad_status_json(); }), expected("digrad_status.json"));
 }
 
 TEST_F(Status, FailedDigradReadPrintsZeros) {
   board.fault({.command = "DAB_DIGRAD_STATUS", .status_bits = {0x40}});
-  EXPECT_EQ(output_of([] { print_digrad_status_json(); }), all_zero_json);
+  EXPECT_EQ(output_of([] { print_digrad_status_json(); }), expected("digrad_status_zero.json"));
   EXPECT_EQ(Si468x_ErrorCode, 22U);
   Si468x_DAB_digrad_status status;
   status.rssi = 5;
@@ -85,16 +53,7 @@ TEST_F(Status, FailedDigradReadPrintsZeros) {
 
 TEST_F(Status, EventReport) {
   board.fault({.command = "DAB_GET_EVENT_STATUS", .reply = Byte_string{0x89, 0x02, 0x34, 0x12}});
-  EXPECT_EQ(output_of([] { print_event_status(); }),
-            "Event status ------------------------- \n"
-            "Ensemble reconfig event:                    1\n"
-            "Ensemble reconfig warning:                  0\n"
-            "New announcement info available             1\n"
-            "New freq. info available:                   0\n"
-            "New service list available:                 1\n"
-            "Freq. Info available:                       1\n"
-            "Service list available:                     0\n"
-            "Service list version:                       4660\n");
+  EXPECT_EQ(output_of([] { print_event_status(); }), expected("event_status.txt"));
   EXPECT_EQ(board.sent(), (Frames{{0xB3, 0x01}, zeros(7), zeros(9)}));
 
   board.clear_faults();

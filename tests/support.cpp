@@ -10,6 +10,13 @@
 #include <fstream>
 #include <iterator>
 
+Byte_string bytes(const std::string& hex) {
+  Byte_string bytes;
+  for (size_t at = 0; at < hex.size(); at += 3)
+    bytes.push_back(static_cast<uint8_t>(std::stoul(hex.substr(at, 2), nullptr, 16)));
+  return bytes;
+}
+
 Byte_string operator+(Byte_string a, const Byte_string& b) {
   a.insert(a.end(), b.begin(), b.end());
   return a;
@@ -87,5 +94,7 @@ std::string read_file(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
+
+std::string expected(const std::string& name) { return read_file(SOURCE_DIR "/tests/expected/" + name); }
 
 void write_file(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }

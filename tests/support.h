@@ -21,6 +21,8 @@ using namespace std::chrono_literals;
 /// So many zero bytes: a read as the host sends it.
 inline Byte_string zeros(size_t count) { return Byte_string(count, 0); }
 
+/// Bytes written as in "0A 1B".
+Byte_string bytes(const std::string& hex);
 Byte_string operator+(Byte_string a, const Byte_string& b);
 
 /// The pauses of a wait: first, first + step, ...
@@ -86,5 +88,7 @@ class Runs : public testing::Test {
 
 /// Runs a shell command in a directory.
 Outcome run_shell(const std::string& command, const std::string& directory);
+/// A report that stands in a file of tests/expected.
+std::string expected(const std::string& name);
 std::string read_file(const std::string& path);
 void write_file(const std::string& path, const std::string& text);
