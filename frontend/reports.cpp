@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <sstream>
+#include <string_view>
 
 #include "si468x/si468x.h"
 
@@ -75,7 +76,7 @@ int print_ensembletime_json() {
 int16_t get_rds_status() {
   const uint16_t settings[][2] = {
       {0x3C02, 1},       // FM RDS configuration: reception on
-      {0x3900, 0x3900},  // an FM setting that the status reads want first
+      {0x3900, 0x3900},  // an FM setting whose meaning is not settled; the value equals the id on purpose
   };
   for (const auto& setting : settings)
     if (const int16_t r = Si468x_set_property(setting); r != 0) return r;

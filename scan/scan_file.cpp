@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <iostream>
 #include <sstream>
+#include <string_view>
 
 #include "scan/ensemble_list.h"
 
@@ -34,6 +35,7 @@ int Ensemble_list::getGeolocation() {
 
 int Ensemble_list::save_to_file() {
   std::stringstream ss;
+  ss.exceptions(std::ios::badbit);  // memory that runs out must not pass for a text that is complete
   ss << "{\"content\": \"FullStationScan\",\n"
      << "\"FrequencyRegion\": \"Europe\",\n"
      << "\"Location\": {\n"
@@ -66,7 +68,7 @@ int Ensemble_list::save_to_file() {
   std::FILE* const file = std::fopen(filename.c_str(), "wb");
   if (file == nullptr) return 0;
   const std::string_view text = ss.view();
-  std::fwrite(text.data(), 1, text.size(), file);
-  std::fclose(file);
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));  // a file that cannot be written is passed over
+  static_cast<void>(std::fclose(file));
   return 0;
 }

@@ -74,10 +74,10 @@ int16_t Si468x_DAB_get_freq_list(uint32_t* freqs, uint8_t* count, uint8_t capaci
   if (const int16_t r = read_freq_list(head.data(), head.size()); r != 0) return Si468x_failure(r, 19);
   *count = Reply_view(head).u8(4);
 
-  std::array<uint8_t, 4105> reply{};
+  std::array<uint8_t, 4105> reply{};  // room for 1024 frequencies; one byte of count reaches 255
   const auto reply_length = static_cast<uint16_t>(9 + 4 * *count);
   if (const int16_t r = read_freq_list(reply.data(), reply_length); r != 0) return Si468x_failure(r, 119);
-  const Reply_view list(reply);
+  const Reply_view list({reply.data(), reply_length});
   const int16_t kept = Si468x_min(*count, capacity);
   for (int16_t i = 0; i < kept; ++i) freqs[i] = list.u32(8 + 4 * static_cast<size_t>(i));
   return 0;

@@ -2,6 +2,7 @@
 // One row per field of a record: where the chip puts it, and what the reports call it. For the driver's own files.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <sstream>
 #include <type_traits>

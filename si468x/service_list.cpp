@@ -134,9 +134,8 @@ int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service
 }
 
 // Component
-//   bytes 1, 0  TT.DSSSS SSSSSSSS, the component id as a word: T transport mechanism; for T 3 D is the DG flag and S
-//   the
-//               service component id; else the lowest six bits are the FIDC id (T 2) or the subchannel id (T 0 and 1)
+//   bytes 1, 0  TT.DSSSS SSSSSSSS   the component id as a word: T transport mechanism
+//               T 3: D DG flag, S service component id; T 2: lowest six bits the FIDC id; T 0, 1: the subchannel id
 //   byte 2      AAAAAApC   A audio or data service component type, p ps flag, C CA flag
 //   byte 3      .......M   M info valid
 int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, uint8_t index) {

@@ -42,8 +42,8 @@ bool open_when_clear_to_send(uint8_t* buf) {
   return false;
 }
 
-// Takes the payload where there is one, inside the open transaction. The order of the tests is the chip's: a packet is
-// worth reading only when one is queued, nothing was lost and it is complete.
+// Takes the payload where there is one, inside the open transaction. A packet is worth reading only when one is
+// queued, nothing was lost, and it is complete.
 int16_t read_payload(Packet& packet, uint8_t* buf, uint32_t buf_size) {
   if (packet.buffer_count == 0) return 0;
   if (packet.overflow == 1) return Si468x_failure(-2, 134);
@@ -63,7 +63,7 @@ int16_t Si468x_digital_service_data::get_new_data(uint8_t* buf, uint32_t buf_siz
   if (buf_size < header_length) return Si468x_failure(-4, 334);
 
   std::array<uint8_t, 2> cmd{0x84, 0x00};                             // GET_DIGITAL_SERVICE_DATA, the packet itself
-  static_cast<void>(Si468x_send_cmd_simple(cmd.data(), cmd.size()));  // what went wrong shows in the header's status
+  static_cast<void>(Si468x_send_cmd_simple(cmd.data(), cmd.size()));  // only clear-to-send counts from here
   bcm2835_delayMicroseconds(pause_us);
   for (int i = 0; i < tries; ++i) {
     if (open_when_clear_to_send(buf)) {

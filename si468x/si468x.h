@@ -2,22 +2,22 @@
 //
 // The driver of the Si468x digital radio receiver: the one header to include.
 //
-// A session, in order: Si468x_bus_init; to boot: Si468x_reset, Si468x_power_up, then for the ROM patch and again for
+// A run, in order: Si468x_bus_init; to boot: Si468x_reset, Si468x_power_up, then for the ROM patch and again for
 // the application image Si468x_load_init and Si468x_load_firmware_static, then Si468x_boot; then any operation that the
 // running image knows. The chip keeps all that when the program ends; Si468x_power_down ends it.
 //
 // Results. An operation returns 0 on success and a negative number on failure: -1 an error of the link, -2 command
 // refused or non-recoverable error, -3 out of time, -4 and -5 an answer that cannot be right, -6 a wrong argument or a
 // step that could not begin. "The command's result" below is a failure of Si468x_send_cmd, passed on. Each failure also
-// leaves its own code in Si468x_ErrorCode; docs/error-codes.md lists them. Nothing is printed but by the print
-// functions.
+// leaves its own code in Si468x_ErrorCode; docs/error-codes.md lists them. Nothing is printed unasked.
 //
 // Buffers. A command is sent in place: its buffer afterwards holds what came back meanwhile. A reply buffer holds one
 // meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data. Multi-byte
 // values are little-endian on the wire. Records own nothing: those with a pointer point into a buffer of the caller's.
 //
 // Records. A new record is all zero. A get_... method fills it from one answer of the chip and, where not said
-// otherwise, leaves it alone when it fails. print_... methods write text to standard output; json_print_data appends
+// otherwise, leaves it alone when it fails. print_... methods, the two FM get_status methods and
+// Si468x_hex_print write text to standard output; json_print_data appends
 // one JSON member or object, without a comma before or after it, and returns 0.
 //
 // One thread; each operation ends its exchange with the chip before it returns.
@@ -118,10 +118,10 @@ struct Si468x_DAB_digrad_status;
 /// or -2.
 int16_t Si468x_DAB_tune_freq(uint8_t index);
 
-/// The scan's step for one frequency: tunes, reads `status`, and where a usable ensemble is found (FIC quality 30 or
-/// more) waits up to about 10 s for its service list to be stable, acknowledging the chip's events.
+/// The scan's step for one frequency: tunes, reads `status`, and where it shows a usable ensemble (valid, FIC
+/// quality 30 or more) waits up to about 10 s for its service list to be stable, acknowledging the chip's events.
 /// @return 1 service list ready; 0 nothing usable; -1 with code 365 list not stable in time; -2 or less with code 65
-/// (tune), 165 (status; `status` then unchanged) or 265 (events).
+/// (tune), 165 (status) or 265 (events); after 65 and 165 `status` is unchanged.
 [[nodiscard]] int16_t Si468x_DAB_tune_freq_save(uint8_t index, Si468x_DAB_digrad_status& status);
 
 /// Starts a service component of the tuned ensemble (START_DIGITAL_SERVICE); service type 0 audio, 1 data.
@@ -244,6 +244,7 @@ struct Si468x_user_application_data {
 
   /// Finds entry `index`, from 0. @return 0; -6 with code 31 (no such entry), 131, 231, 331, 1031 + 100 x or
   /// 1131 + 100 x (lengths that do not fit the area; x the first byte of the offending entry).
+  /// With code 331 (its pad byte is not 0) `type` and `length` are set.
   int16_t get_ua_data(const Si468x_DAB_component_info* info, uint8_t index);
 };
 
@@ -261,7 +262,8 @@ struct Si468x_digital_service_data {
   /// header, and behind it the payload. Header and payload are one transaction.
   /// @return 0 with `payload` set, or null when the chip holds no packet; -3 with code 34 (no clear-to-send in 10
   /// tries) or 234 (no packet ready); -2 with code 134 (overflow); -4 with code 334 (the packet needs more than
-  /// `buf_size`).
+  /// `buf_size`). Where a header was read, its fields are set also on failure, and `payload` is null unless a payload
+  /// was read; with code 34, and with a buffer below 25 bytes, the record is left alone.
   int16_t get_new_data(uint8_t* buf, uint32_t buf_size);
   void print_data() const;
 };

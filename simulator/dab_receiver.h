@@ -12,8 +12,8 @@
 namespace sim {
 
 // As DAB_DIGRAD_STATUS reports them: interrupts in byte 4, and, save the two RSSI bits, the present state in byte 5.
-//   ...HFARr   H audio muted, F fast information channel errors, A acquisition, R and r RSSI thresholds; byte 5 bit 0:
-//   valid
+//   ...HFARr   H audio muted, F fast information channel errors, A acquisition, R and r RSSI thresholds
+//   (bit 0 of byte 5 instead: valid)
 inline constexpr unsigned digrad_hardmute = 0x10;
 inline constexpr unsigned digrad_fic_error = 0x08;
 inline constexpr unsigned digrad_acquired = 0x04;

@@ -92,15 +92,17 @@ TEST_F(Command_line, TimeAndFmReports) {
 }
 
 TEST_F(Command_line, FullScanOfTheDefaultBroadcast) {
+  std::string air = read_file(SOURCE_DIR "/simulator/broadcasts/default.json");
+  write_file(path("air.json"), air.insert(1, R"("time": {"year": 2026, "month": 3, "day": 7, "hour": 9},)"));
   ASSERT_EQ(kelvo_sim("-b D").status, 0);
-  const Outcome run = kelvo_sim("-u", "printf '1\\nWay\\n4711\\nSpringfield\\n\\n\\n\\n\\n' |");
+  const Outcome run = kelvo_sim("-u",
+                                "printf '1\\nWay\\n4711\\nSpringfield\\nUtopia\\nroof\\n' |"
+                                "KELVO_SIM_BROADCAST=air.json");
   EXPECT_EQ(run.status, 0);
-  size_t lines = 0;
-  for (size_t at = 0; (at = run.output.find("Scanning frequency: ", at)) != std::string::npos; ++at) ++lines;
-  EXPECT_EQ(lines, 41U);
-  EXPECT_NE(run.output.find("Scanning frequency: 227360 kHz. Found signal with RSSI: -"), std::string::npos);
-  const auto scan = nlohmann::json::parse(read_file(path("ensemblescan_4711_Springfield.json")));
-  EXPECT_GT(scan["ensembleList"][33]["DigitalServiceList"]["NumberServices"], 5);
+  EXPECT_EQ(run.after_banner(), enabled + expected("scan.txt"));
+  const std::string file = read_file(path("ensemblescan_4711_Springfield.json"));
+  EXPECT_EQ(file, expected("scan.json"));
+  EXPECT_EQ(nlohmann::json::parse(file)["ensembleList"][33]["DigitalServiceList"]["NumberServices"], 17);
 }
 
 TEST_F(Command_line, ExamplesOfTheLibraryShowWhatTheyPromise) {

@@ -75,21 +75,23 @@ TEST_F(Scan, VisitsStoresAndWritesEveryFrequency) {
 }
 
 TEST_F(Scan, FailuresStoreNothingOrNothingMore) {
-  board.fault({.command = "DAB_TUNE_FREQ", .occurrence = 1, .status_bits = {0x40}});
+  for (const uint32_t tune : {1U, 3U})
+    board.fault({.command = "DAB_TUNE_FREQ", .occurrence = tune, .status_bits = {0x40}});
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .status_bits = {0x40}});
   board.fault({.command = "DAB_GET_TIME", .cts_never = true});
   Ensemble_list list;
   const std::string text = scan("", [&] { EXPECT_EQ(list.rescan(), 0); });
-  // The bar shows the work record as it was left: nothing read yet.
+  // The bar shows the work record as it was left: nothing read yet, and later what the frequency before it gave.
   EXPECT_TRUE(text.starts_with("Scanning frequency: 174928 kHz. Found signal with RSSI: \nScanning")) << text;
-  EXPECT_NE(text.find("Found ensemble!\n"), std::string::npos);
+  EXPECT_NE(text.find("Found ensemble!\nScanning frequency: 178352 kHz. Found signal with RSSI: " +
+                      std::string(40, '-') + "\n"),
+            std::string::npos);
   EXPECT_EQ(list.service_list[0].data, nullptr);
   EXPECT_NE(list.service_list[1].data, nullptr);
   EXPECT_EQ(list.service_list[1].num_services + list.service_list[1].size, 0);
   EXPECT_EQ(list.ensemble_time[1].year, 0);
   EXPECT_EQ(list.digrad_status[1].rssi, 40);
-  EXPECT_NE(list.service_list[2].data, nullptr);
-  EXPECT_EQ(list.service_list[3].data, nullptr);
+  EXPECT_EQ(list.service_list[2].data, nullptr);
   EXPECT_EQ(list.filename, "ensemblescan__.json");
 }
 
@@ -125,6 +127,25 @@ TEST_F(Scan, WaitsAreTheFixedOnesAndNoMore) {
   // Three tunes of a little under 200 or 300 ms, and the polls until the one list is announced and seen again.
   const Waits tune_and_poll{100ms, 100ms, 100ms, 100ms, 100ms, 200ms, 200ms, 200ms, 200ms, 100ms, 100ms};
   EXPECT_EQ(board.waits(), tune_and_poll);
+}
+
+// Fails as memory does that runs out, at the second ensemble's time.
+class Fail_late : public sim::Board_log {
+ public:
+  void transaction(const sim::Transaction& done) override {
+    if (done.command == "DAB_GET_TIME" && ++seen_ == 2) throw std::bad_alloc();
+  }
+
+ private:
+  int seen_ = 0;
+};
+
+TEST_F(Scan, ExceptionPassesAndTheStoredListsAreFreed) {
+  board.air().ensembles[1].signal.fic_quality = 90;
+  Fail_late fail;
+  board.add_log(fail);
+  output_of([] { EXPECT_THROW(dab_full_scan(), std::bad_alloc); });
+  board.remove_log(fail);
 }
 
 TEST_F(Scan, AnswersGoIntoTheFileAsTyped) {

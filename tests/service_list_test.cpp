@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The service list: read in two steps, decoded, written as JSON; and lists as no honest chip sends them.
+#include <memory>
 #include <sstream>
 
 #include "frontend/reports.h"
@@ -48,8 +49,9 @@ class Service_list : public Tuned_to_33 {
   // Reads a list into a buffer of just the bytes that come, so that a sanitizer sees a step beyond them.
   int16_t read(const Byte_string& bytes) {
     reply(bytes);
-    buffer.assign(4096, 0xDD);
-    return list.get_new_list(buffer.data());
+    const size_t size = bytes[0] + 256U * bytes[1];
+    buffer = std::make_unique<uint8_t[]>(size + 7);
+    return list.get_new_list(buffer.get());
   }
   template <typename... Arguments>
   static std::string json(const auto& record, Arguments... arguments) {
@@ -57,7 +59,7 @@ class Service_list : public Tuned_to_33 {
     EXPECT_EQ(record.json_print_data(ss, arguments...), 0);
     return ss.str();
   }
-  Byte_string buffer;
+  std::unique_ptr<uint8_t[]> buffer;
   Si468x_digital_service_list list;
 };
 
@@ -88,7 +90,7 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
   } cases[] = {{5, -4, 326}, {0, -4, 326}, {6, 0, 0}, {4089, 0, 0}, {4090, -4, 126}, {65535, -4, 126}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.size);
-    list = {.version = 9, .num_services = 8, .size = 7, .data = buffer.data()};
+    list = {.version = 9, .num_services = 8, .size = 7, .data = nullptr};
     Si468x_ErrorCode = 0;
     board.clear_record();
     EXPECT_EQ(read({static_cast<uint8_t>(c.size), static_cast<uint8_t>(c.size >> 8), 0x34, 0x12, 5}), c.result);
@@ -97,7 +99,7 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
       EXPECT_EQ(list.version, 0x1234);
       EXPECT_EQ(list.num_services, 5);
       EXPECT_EQ(list.size, c.size - 6);
-      EXPECT_EQ(list.data, buffer.data() + 13);
+      EXPECT_EQ(list.data, buffer.get() + 13);
       EXPECT_EQ(board.sent().back(), zeros(c.size + 7U));
     } else {
       EXPECT_EQ(list.version, 9);
@@ -109,17 +111,17 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
 TEST_F(Service_list, SecondReadGoesByTheLengthOfTheFirst) {
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .reply = list_reply(3, 1, station_a)});
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .reply = list_reply(4, 9, station_a, 4000)});
-  buffer.assign(41, 0xDD);
-  EXPECT_EQ(list.get_new_list(buffer.data()), 0);
+  buffer = std::make_unique<uint8_t[]>(41);
+  EXPECT_EQ(list.get_new_list(buffer.get()), 0);
   EXPECT_EQ(list.size, 28);
   EXPECT_EQ(list.version, 4);
 
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .status_bits = {0, 0, 0, 2}});
-  EXPECT_EQ(list.get_new_list(buffer.data()), -1);
+  EXPECT_EQ(list.get_new_list(buffer.get()), -1);
   EXPECT_EQ(Si468x_ErrorCode, 226U);
   EXPECT_EQ(list.version, 4);
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .cts_never = true});
-  EXPECT_EQ(list.get_new_list(buffer.data()), -3);
+  EXPECT_EQ(list.get_new_list(buffer.get()), -3);
   EXPECT_EQ(Si468x_ErrorCode, 26U);
   list.clean();
   EXPECT_EQ(list.data, nullptr);
@@ -182,8 +184,8 @@ TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
 }
 
 TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
-  // Three services are claimed: the second's components run past the end, the third is not there.
-  ASSERT_EQ(read(list_reply(1, 3, station_a + service(0x2222, 0, 15, "cut off"))), 0);
+  // Three services are claimed: the second's components run past the end, the third is not there; three bytes are left.
+  ASSERT_EQ(read(list_reply(1, 3, station_a + service(0x2222, 0, 15, "cut off") + Byte_string(3, 0xFF))), 0);
   const std::string text = json(list);
   const auto count = [&](const std::string& part) {
     size_t n = 0;

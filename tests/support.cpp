@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 Byte_string bytes(const std::string& hex) {
   Byte_string bytes;
@@ -32,6 +33,15 @@ std::string output_of(const std::function<void()>& print) {
   testing::internal::CaptureStdout();
   print();
   return testing::internal::GetCapturedStdout();
+}
+
+std::vector<size_t> lines_not_zero(const std::string& report) {
+  std::vector<size_t> found;
+  std::istringstream lines(report);
+  size_t number = 0;
+  for (std::string line; std::getline(lines, line); ++number)
+    if (line.size() > 44 && line.substr(44) != "0") found.push_back(number);
+  return found;
 }
 
 void Story::wait(sim::Time, sim::Time span) {

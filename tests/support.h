@@ -31,6 +31,9 @@ Waits growing(std::chrono::microseconds first, std::chrono::microseconds step, i
 /// What `print` writes to standard output.
 std::string output_of(const std::function<void()>& print);
 
+/// Which lines of an aligned report show a value that is not 0, counted from the title, 0.
+std::vector<size_t> lines_not_zero(const std::string& report);
+
 /// What happened on a board, in order, as words: "pin 23 low", "wait 50 ms", "POWER_UP".
 class Story : public sim::Board_log {
  public:
