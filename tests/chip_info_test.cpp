@@ -64,21 +64,4 @@ TEST_F(Chip, WithoutVersionControlTheRevisionFieldsKeepTheirValues) {
   EXPECT_EQ(info.svn_id, 77U);
 }
 
-TEST_F(Chip, RefusedCommandsLeaveTheirFieldsAndTheirCodes) {
-  const struct {
-    const char* command;
-    int16_t (Si468x_chip_info::*method)();
-    uint32_t code;
-  } cases[] = {{"GET_PART_INFO", &Si468x_chip_info::get_part_info, 21},
-               {"GET_SYS_STATE", &Si468x_chip_info::get_sys_state, 12},
-               {"GET_FUNC_INFO", &Si468x_chip_info::get_func_info, 13}};
-  for (const auto& c : cases) {
-    board.fault({.command = c.command, .status_bits = {0x40}});
-    Si468x_chip_info info;
-    EXPECT_EQ((info.*c.method)(), -2);
-    EXPECT_EQ(Si468x_ErrorCode, c.code);
-    EXPECT_EQ(info.part_number + info.image + info.revision_major, 0);
-  }
-}
-
 }  // namespace

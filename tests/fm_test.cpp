@@ -14,10 +14,6 @@ TEST_F(Fm, SeekWaitsForCompletion) {
   EXPECT_GT(board.waits().size(), 0U);
   EXPECT_EQ(board.waits(), Waits(board.sent().size() - 3, 100ms));
   EXPECT_EQ(board.state().fm.khz, 107900U);  // down from 87.5 MHz, round the band's limit
-
-  board.fault({.command = "FM_SEEK_START", .status_bits = {0x40}});
-  EXPECT_EQ(Si468x_tune_next_station(), -2);
-  EXPECT_EQ(Si468x_ErrorCode, 60U);
 }
 
 TEST_F(Fm, SeekThatNeverEnds) {

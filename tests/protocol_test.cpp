@@ -103,4 +103,38 @@ TEST_F(Exchange, SmallOperations) {
   EXPECT_EQ(output_of([&] { Si468x_hex_print(bytes.data(), 4, "%s: "); }), "%s: 00 00 00 04 \n");
 }
 
+TEST_F(Exchange, EveryOperationHasACodeForItsRefusedCommand) {
+  Si468x_chip_info info{.image = 77, .part_number = 77, .revision_major = 77};
+  Si468x_DAB_digrad_status status{.rssi = 77};
+  Si468x_DAB_event_status events{.service_list_version = 77};
+  Si468x_time time{.year = 77};
+  const struct {
+    const char* command;
+    uint32_t code;
+    std::function<int16_t()> operation;
+  } cases[] = {
+      {"GET_PART_INFO", 21, [&] { return info.get_part_info(); }},
+      {"GET_SYS_STATE", 12, [&] { return info.get_sys_state(); }},
+      {"GET_FUNC_INFO", 13, [&] { return info.get_func_info(); }},
+      {"DAB_SET_FREQ_LIST", 20, [] { return Si468x_DAB_set_freq_list(); }},
+      {"DAB_TUNE_FREQ", 21, [] { return Si468x_DAB_tune_freq(33); }},
+      {"START_DIGITAL_SERVICE", 32, [] { return Si468x_start_digital_service(0, 17333, 12); }},
+      {"STOP_DIGITAL_SERVICE", 33, [] { return Si468x_stop_digital_service(0, 17333, 12); }},
+      {"DAB_DIGRAD_STATUS", 22, [&] { return status.get_new_status(); }},
+      {"DAB_GET_EVENT_STATUS", 24, [&] { return events.get_new_status(); }},
+      {"DAB_GET_TIME", 35, [&] { return time.get_ensembletime(); }},
+      {"FM_SEEK_START", 60, [] { return Si468x_tune_next_station(); }},
+      {"FM_RSQ_STATUS", 61, [] { return Si468x_FM_rsq_status{}.get_status(); }},
+      {"FM_RDS_STATUS", 62, [] { return Si468x_FM_rds_status{}.get_status(); }},
+  };
+  for (const auto& c : cases) {
+    board.fault({.command = c.command, .status_bits = {0x40}});
+    EXPECT_EQ(output_of([&] { EXPECT_EQ(c.operation(), -2) << c.command; }), "");
+    EXPECT_EQ(Si468x_ErrorCode, c.code) << c.command;
+  }
+  // A failed read leaves the record as it was.
+  EXPECT_EQ(info.image + info.part_number + info.revision_major, 3 * 77);
+  EXPECT_EQ(status.rssi + events.service_list_version + time.year, 3 * 77);
+}
+
 }  // namespace

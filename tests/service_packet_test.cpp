@@ -89,38 +89,4 @@ TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
   EXPECT_EQ(board.sent(), Frames{});
 }
 
-// On the air: one data component whose object comes in two segments.
-class On_air : public Board_test {
- protected:
-  On_air() {
-    sim::Component component{
-        .tmid = 3,
-        .id = 564,
-        .segments = {{.number = 0, .total = 2, .payload = {1, 2, 3}}, {.number = 1, .total = 2, .payload = {4}}}};
-    sim::Service service{.id = 0xE0D12345, .data = true, .components = {component}};
-    board.air().ensembles = {{.index = 5, .lists = {{.version = 1, .services = {service}}}}};
-    board.restore({.mode = sim::Mode::dab, .dab = {.tuned_index = 5, .lists_arrived = 1}, .pins = board.state().pins});
-    component_id = component.component_id();
-  }
-  uint32_t component_id;
-};
-
-TEST_F(On_air, StartedDataServiceIsFetchedToItsEnd) {
-  board.air().always_ready = false;
-  ASSERT_EQ(Si468x_start_digital_service(1, 0xE0D12345, component_id), 0);
-  std::array<uint8_t, 64> buffer{};
-  Si468x_digital_service_data data;
-  for (const Byte_string& payload : {Byte_string{1, 2, 3}, Byte_string{4}}) {
-    ASSERT_EQ(data.get_new_data(buffer.data(), buffer.size()), 0);
-    ASSERT_NE(data.payload, nullptr);
-    EXPECT_EQ(Byte_string(data.payload, data.payload + data.byte_count), payload);
-    EXPECT_EQ(data.service_id, 0xE0D12345);
-    EXPECT_EQ(data.component_id, component_id);
-    EXPECT_EQ(data.num_segments, 2);
-  }
-  EXPECT_EQ(data.get_new_data(buffer.data(), buffer.size()), 0);
-  EXPECT_EQ(data.buffer_count, 0);
-  EXPECT_EQ(data.payload, nullptr);
-}
-
 }  // namespace

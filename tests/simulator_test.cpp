@@ -157,16 +157,6 @@ TEST_F(Strict_board, SetUpMistakesAreCaughtAndReachNoChip) {
   Si468x_SPI_CS_high();
 }
 
-TEST_F(Strict_board, FaultThatIsNeverMetIsKnown) {
-  board.fault({.command = "DAB_GET_TIME", .occurrence = 2, .cts_never = true});
-  Si468x_time time;
-  EXPECT_EQ(time.get_ensembletime(), 0);
-  EXPECT_EQ(board.unmet_faults().size(), 1U);
-  EXPECT_EQ(time.get_ensembletime(), -3);
-  EXPECT_EQ(board.unmet_faults().size(), 0U);
-  EXPECT_THROW(board.fault({.command = "NO_SUCH"}), std::invalid_argument);
-}
-
 TEST_F(Fm_running, SeekKnowsTheBandsLimits) {
   board.air().fm_stations.clear();
   board.air().fm_stations.push_back({.khz = 90000, .signal = {.valid = true}});

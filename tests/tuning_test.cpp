@@ -19,10 +19,6 @@ TEST_F(Tuning, FrequencyTableIsBandIii) {
   EXPECT_EQ(Si468x_DAB_get_freq_list(frequencies.data(), &count, 50), 0);
   EXPECT_EQ(count, 41);
   EXPECT_EQ(std::vector<uint32_t>(frequencies.begin(), frequencies.begin() + 41), sim::band_iii_frequencies());
-
-  board.fault({.command = "DAB_SET_FREQ_LIST", .status_bits = {0x40}});
-  EXPECT_EQ(Si468x_DAB_set_freq_list(), -2);
-  EXPECT_EQ(Si468x_ErrorCode, 20U);
 }
 
 TEST_F(Tuning, FrequencyListIsReadAsLongAsTheChipSaysAndKeptAsFarAsThereIsRoom) {
