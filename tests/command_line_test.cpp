@@ -58,7 +58,7 @@ TEST_F(Command_line, PlayNeedsBothIds) {
     EXPECT_EQ(kelvo_sim(std::string(ids) + " -l 64").after_banner(),
               enabled + message + "Illegal value for volume. Volume must be an integer between 0 and 63\n\n");
   EXPECT_EQ(kelvo_sim("-p -e 17333 -c 99").after_banner(), enabled + "Could not start service\n\n");
-  EXPECT_EQ(kelvo_sim("-p -e ' +17333x' -c 12 -l -1").after_banner(),
+  EXPECT_EQ(kelvo_sim("-p -e ' +017333x' -c 12 -l -1").after_banner(),
             enabled + "Illegal value for volume. Volume must be an integer between 0 and 63\n\n");
 }
 
@@ -68,6 +68,24 @@ TEST_F(Command_line, FirstLetterOfTheFirmwareCountsAndOnlyDAndFBoot) {
   EXPECT_EQ(kelvo_sim("-b DAB").after_banner(), booted);
   EXPECT_NE(kelvo_sim("-b X -i").output.find("CMD:    DAB\n"), std::string::npos);  // boots nothing, goes on
   EXPECT_NE(kelvo_sim("--boot=FM --chip_info").output.find("CMD:    FMHD\n"), std::string::npos);
+}
+
+TEST_F(Command_line, BootloaderAloneIsNotAnApplication) {
+  write_file(path("air.json"), R"({"faults": [{"command": "BOOT", "status": "80 00 00 80"}]})");
+  EXPECT_EQ(kelvo_sim("-b D", "KELVO_SIM_BROADCAST=air.json").after_banner(),
+            enabled + "Boot up failed\n\n" + not_booted);
+}
+
+TEST_F(Command_line, OutputRoutingTakesTheLowEightBits) {
+  ASSERT_EQ(kelvo_sim("-b D").status, 0);
+  const std::pair<const char*, const char*> cases[] = {{"-o 256", "01"}, {"-o 0", "01"}, {"-o 3", "02"}, {"-i", ""}};
+  for (const auto& [options, value] : cases) {
+    kelvo_sim(options, "KELVO_SIM_TRACE=trace");
+    const std::string trace = read_file(path("trace"));
+    const size_t written = trace.find("> 13 00 00 08 ");
+    EXPECT_EQ(written == std::string::npos ? "" : trace.substr(written + 14, 2), value) << options;
+    EXPECT_EQ(trace.find("pin 8 input"), std::string::npos);  // the link stays as it is
+  }
 }
 
 TEST_F(Command_line, FrequencyIsTheLowEightBitsAndZeroTunesNothing) {

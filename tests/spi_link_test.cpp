@@ -14,7 +14,12 @@ class Switched_on : public testing::Test {
 };
 
 TEST_F(Switched_on, SetUpLeavesPinsAndControllerAsTheBoardIsWired) {
+  Story story;
+  board.add_log(story);
   EXPECT_EQ(Si468x_bus_init(), 0);
+  board.remove_log(story);
+  EXPECT_EQ(std::vector<std::string>(story.lines.begin(), story.lines.begin() + 4),
+            (std::vector<std::string>{"pin 23 output", "pin 7 input", "pin 7 pull up", "pin 7 alternate 0"}));
   EXPECT_EQ(board.pin_function(23), unsigned{BCM2835_GPIO_FSEL_OUTP});
   EXPECT_EQ(board.pin_pull(7), unsigned{BCM2835_GPIO_PUD_UP});
   for (const unsigned pin : {7U, 8U, 9U, 10U, 11U})
@@ -87,6 +92,14 @@ TEST_F(Link, TransfersLongerThanTheFifosComeBackWholeAndInPlace) {
   EXPECT_EQ(Byte_string(read.begin() + 5, read.end()), Byte_string(295, 0xA7));
 }
 
+TEST_F(Link, SplitTransferWaitsForDone) {
+  board.fault({.transaction = 1, .bus = sim::Bus_fault::never_done});
+  Byte_string bytes = zeros(2);
+  Si468x_SPI_CS_low();
+  EXPECT_THROW(Si468x_SPI_RW_data_noCS(bytes.data(), 2), sim::Hang);
+  Si468x_SPI_CS_high();
+}
+
 TEST_F(Link, StopAndRestartKeepTheRegistersMapped) {
   Si468x_bus_disable();
   EXPECT_FALSE(board.spi_running());
@@ -108,6 +121,7 @@ TEST_F(Link, PowerDownPutsTheChipIntoResetAndClosesTheLinkWithoutACommand) {
   Si468x_power_down();
   EXPECT_FALSE(board.pin(23));
   EXPECT_FALSE(board.spi_running());
+  EXPECT_EQ(board.pin_function(8), unsigned{BCM2835_GPIO_FSEL_INPT});
   EXPECT_EQ(board.sent(), Frames{});
   EXPECT_EQ(board.state().mode, sim::Mode::reset);
 }

@@ -2,6 +2,7 @@
 #include "tests/support.h"
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -45,6 +46,8 @@ std::vector<size_t> lines_not_zero(const std::string& report) {
 }
 
 void Story::wait(sim::Time, sim::Time span) {
+  std::fflush(stdout);
+  printed = lseek(STDOUT_FILENO, 0, SEEK_CUR);
   const auto us = std::chrono::duration_cast<std::chrono::microseconds>(span).count();
   lines.push_back(us % 1000 == 0 ? "wait " + std::to_string(us / 1000) + " ms" : "wait " + std::to_string(us) + " us");
 }

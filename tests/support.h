@@ -38,6 +38,7 @@ std::vector<size_t> lines_not_zero(const std::string& report);
 class Story : public sim::Board_log {
  public:
   std::vector<std::string> lines;
+  long printed = 0;  ///< bytes of captured standard output when the last wait began
   void transaction(const sim::Transaction& done) override { lines.emplace_back(done.command); }
   void wait(sim::Time, sim::Time span) override;
   void pin(sim::Time, unsigned number, std::string_view change) override;
