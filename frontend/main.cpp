@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
   print_new_start_banner();
   try {
     return run(options);
-  } catch (const std::bad_alloc&) {
+  } catch (const std::bad_alloc&) {  // from a report's or a scan's text; the chip stays as it is
     std::fputs("kelvo: out of memory\n", stderr);
     return 0;
   }

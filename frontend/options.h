@@ -28,6 +28,6 @@ struct arguments {
   int32_t full_scan = 0;
 };
 
-/// Fills `options` from the command line. Prints help, usage, version and errors as argp does, and then does not
+/// Fills `parsed` from the command line. Prints help, usage, version and errors as argp does, and then does not
 /// return.
-void parse_command_line(int argc, char** argv, arguments& options);
+void parse_command_line(int argc, char** argv, arguments& parsed);

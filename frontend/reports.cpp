@@ -14,6 +14,7 @@ namespace {
 template <typename Record>
 int write_json(const Record& record) {
   std::stringstream json;
+  json.exceptions(std::ios::badbit);  // memory that runs out must not pass for a report that is complete
   record.json_print_data(json);
   const std::string_view text = json.view();
   std::fwrite(text.data(), 1, text.size(), stdout);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iterator>
 
+#include "si468x/query.h"
 #include "si468x/record_fields.h"
 #include "si468x/si468x.h"
 
@@ -56,13 +57,6 @@ constexpr const char* image_names[] = {"Bootloader", "FMHD", "DAB",        "TDMB
 
 const char* image_name(uint8_t image) { return image < std::size(image_names) ? image_names[image] : "unknown"; }
 
-// Asks with one of the two-byte commands that have no argument.
-template <size_t reply_length>
-int16_t ask(uint8_t opcode, std::array<uint8_t, reply_length>& reply) {
-  std::array<uint8_t, 2> cmd{opcode, 0x00};
-  return Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), uint16_t{reply_length});
-}
-
 }  // namespace
 
 int16_t Si468x_chip_info::get_status() {
@@ -74,21 +68,21 @@ int16_t Si468x_chip_info::get_status() {
 
 int16_t Si468x_chip_info::get_part_info() {
   std::array<uint8_t, 24> reply{};
-  if (const int16_t r = ask(0x08, reply); r != 0) return Si468x_failure(r, 21);  // GET_PART_INFO
+  if (const int16_t r = query(0x08, 0x00, reply); r != 0) return Si468x_failure(r, 21);  // GET_PART_INFO
   decode(*this, part_fields, Reply_view(reply));
   return 0;
 }
 
 int16_t Si468x_chip_info::get_sys_state() {
   std::array<uint8_t, 7> reply{};
-  if (const int16_t r = ask(0x09, reply); r != 0) return Si468x_failure(r, 12);  // GET_SYS_STATE
+  if (const int16_t r = query(0x09, 0x00, reply); r != 0) return Si468x_failure(r, 12);  // GET_SYS_STATE
   image = Reply_view(reply).u8(4);
   return 0;
 }
 
 int16_t Si468x_chip_info::get_func_info() {
   std::array<uint8_t, 13> reply{};
-  if (const int16_t r = ask(0x12, reply); r != 0) return Si468x_failure(r, 13);  // GET_FUNC_INFO
+  if (const int16_t r = query(0x12, 0x00, reply); r != 0) return Si468x_failure(r, 13);  // GET_FUNC_INFO
   const Reply_view view(reply);
   decode(*this, revision_fields, view);
   decode(*this, build_fields, view);

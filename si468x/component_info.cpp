@@ -65,7 +65,7 @@ int16_t Si468x_DAB_component_info::get_info(uint32_t service_id, uint32_t compon
 
 int16_t Si468x_user_application_data::get_ua_data(const Si468x_DAB_component_info* info, uint8_t index) {
   if (index >= info->ua_count) return Si468x_failure(-6, 31);
-  const Bytes_view area({info->ua_data, info->ua_length});
+  const Bytes_view area({info->ua_data, info->ua_data == nullptr ? size_t{0} : info->ua_length});
   const auto length_fits = [&](size_t entry) { return area.holds(entry, ua_header); };
   const auto data_fits = [&](size_t entry) { return area.holds(entry + ua_header, area.u8(entry + 2)); };
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdio>
 
+#include "si468x/query.h"
 #include "si468x/record_fields.h"
 #include "si468x/si468x.h"
 
@@ -37,10 +38,9 @@ constexpr Field<Status> status_fields[] = {
 }  // namespace
 
 int16_t Si468x_DAB_digrad_status::get_new_status() {
-  std::array<uint8_t, 2> cmd{0xB2, 0x00};  // DAB_DIGRAD_STATUS, nothing acknowledged
   std::array<uint8_t, 24> reply{};
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), reply.size()); r != 0)
-    return Si468x_failure(r, 22);
+  if (const int16_t r = query(0xB2, 0x00, reply); r != 0)
+    return Si468x_failure(r, 22);  // DAB_DIGRAD_STATUS, nothing acknowledged
   decode(*this, status_fields, Reply_view(reply));
   return 0;
 }

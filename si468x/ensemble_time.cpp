@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdio>
 
+#include "si468x/query.h"
 #include "si468x/record_fields.h"
 #include "si468x/si468x.h"
 
@@ -23,10 +24,9 @@ constexpr Field<Time> time_fields[] = {
 }  // namespace
 
 int16_t Si468x_time::get_ensembletime() {
-  std::array<uint8_t, 2> cmd{0xBC, 0x01};  // DAB_GET_TIME, UTC rather than local time
   std::array<uint8_t, 12> reply{};
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), reply.size()); r != 0)
-    return Si468x_failure(r, 35);
+  if (const int16_t r = query(0xBC, 0x01, reply); r != 0)
+    return Si468x_failure(r, 35);  // DAB_GET_TIME, UTC rather than local time
   decode(*this, time_fields, Reply_view(reply));
   return 0;
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "si468x/query.h"
 #include "si468x/record_fields.h"
 
 namespace {
@@ -30,9 +31,8 @@ constexpr Field<Events> event_fields[] = {
 }  // namespace
 
 int16_t read_events(Si468x_DAB_event_status& events) {
-  std::array<uint8_t, 2> cmd{0xB3, 0x01};  // DAB_GET_EVENT_STATUS, acknowledge
   std::array<uint8_t, 9> reply{};
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), reply.size()); r != 0) return r;
+  if (const int16_t r = query(0xB3, 0x01, reply); r != 0) return r;  // DAB_GET_EVENT_STATUS, acknowledge
   decode(events, event_fields, Reply_view(reply));
   return 0;
 }

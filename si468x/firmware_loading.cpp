@@ -102,9 +102,9 @@ int16_t Si468x_load_firmware_datapackage(uint8_t* data, uint32_t len) {
 
 int16_t Si468x_load_firmware_static(const uint8_t* image, uint32_t size) {
   if (size == 0) return Si468x_failure(-6, 8);
-  return download(size, 108, [image](uint8_t* staging, uint32_t n) mutable -> int16_t {
-    std::memcpy(staging, image, n);
-    image += n;
+  return download(size, 108, [next = image](uint8_t* staging, uint32_t n) mutable -> int16_t {
+    std::memcpy(staging, next, n);
+    next += n;
     return 0;
   });
 }

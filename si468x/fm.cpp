@@ -2,6 +2,7 @@
 // FM: seeking, received signal quality, RDS.
 #include <array>
 
+#include "si468x/query.h"
 #include "si468x/record_fields.h"
 #include "si468x/seek_tune.h"
 #include "si468x/si468x.h"
@@ -34,9 +35,8 @@ constexpr Field<Rsq> rsq_fields[] = {
 
 // Reads the reply of a status command and prints all of it.
 template <size_t reply_length>
-int16_t read_and_print(std::array<uint8_t, 2> cmd, std::array<uint8_t, reply_length>& reply, uint32_t code) {
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), uint16_t{reply_length}); r != 0)
-    return Si468x_failure(r, code);
+int16_t query_and_print(uint8_t opcode, uint8_t argument, std::array<uint8_t, reply_length>& reply, uint32_t code) {
+  if (const int16_t r = query(opcode, argument, reply); r != 0) return Si468x_failure(r, code);
   Si468x_hex_print(reply.data(), uint16_t{reply_length}, "");
   return 0;
 }
@@ -51,12 +51,12 @@ int16_t Si468x_tune_next_station() {
 
 int16_t Si468x_FM_rsq_status::get_status() {
   std::array<uint8_t, 23> reply{};
-  const int16_t r = read_and_print({0x32, 0x09}, reply, 61);  // FM_RSQ_STATUS
+  const int16_t r = query_and_print(0x32, 0x09, reply, 61);  // FM_RSQ_STATUS
   if (r == 0) decode(*this, rsq_fields, Reply_view(reply));
   return r;
 }
 
 int16_t Si468x_FM_rds_status::get_status() {
   std::array<uint8_t, 21> reply{};
-  return read_and_print({0x34, 0x00}, reply, 62);  // FM_RDS_STATUS
+  return query_and_print(0x34, 0x00, reply, 62);  // FM_RDS_STATUS
 }

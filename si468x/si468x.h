@@ -6,19 +6,20 @@
 // the application image Si468x_load_init and Si468x_load_firmware_static, then Si468x_boot; then any operation that the
 // running image knows. The chip keeps all that when the program ends; Si468x_power_down ends it.
 //
-// Results. An operation returns 0 on success and a negative number on failure: -1 an error of the link, -2 command
-// refused or non-recoverable error, -3 out of time, -4 and -5 an answer that cannot be right, -6 a wrong argument or a
-// step that could not begin. "The command's result" below is a failure of Si468x_send_cmd, passed on. Each failure also
-// leaves its own code in Si468x_ErrorCode; docs/error-codes.md lists them. Nothing is printed unasked.
+// Results. An operation returns 0 on success and a negative number on failure. Of a command (Si468x_send_cmd) that is
+// -1 data lost on the link or an arbiter error, -2 command refused or non-recoverable error, -3 no clear-to-send in
+// time, -6 no reply buffer; "the command's result" below is one of these, passed on. What else an operation returns is
+// said there. Each failure also leaves its own code in Si468x_ErrorCode; docs/error-codes.md lists them. Nothing is
+// printed unasked.
 //
 // Buffers. A command is sent in place: its buffer afterwards holds what came back meanwhile. A reply buffer holds one
 // meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data. Multi-byte
 // values are little-endian on the wire. Records own nothing: those with a pointer point into a buffer of the caller's.
 //
-// Records. A new record is all zero. A get_... method fills it from one answer of the chip and, where not said
-// otherwise, leaves it alone when it fails. print_... methods, the two FM get_status methods and
-// Si468x_hex_print write text to standard output; json_print_data appends
-// one JSON member or object, without a comma before or after it, and returns 0.
+// Records. A new record is all zero (a service's label all blanks). A get_... method fills it from one answer of the
+// chip and, where not said otherwise, leaves it alone when it fails. The print_... methods, the two FM get_status
+// methods and Si468x_hex_print write text to standard output; json_print_data appends one JSON member or object to a
+// stream, without a comma before or after it, and returns 0.
 //
 // One thread; each operation ends its exchange with the chip before it returns.
 #pragma once

@@ -179,6 +179,7 @@ Broadcast read_broadcast(const std::string& path) { return parse_broadcast(read_
 
 const Broadcast& default_broadcast() {
   static const Broadcast air = parse_broadcast(
+      // cppcheck-suppress comparePointers ; the assembler puts the end right behind the text
       {kelvo_default_broadcast, static_cast<size_t>(kelvo_default_broadcast_end - kelvo_default_broadcast)},
       "the built-in broadcast");
   return air;

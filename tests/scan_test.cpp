@@ -129,6 +129,18 @@ TEST_F(Scan, WaitsAreTheFixedOnesAndNoMore) {
   EXPECT_EQ(board.waits(), tune_and_poll);
 }
 
+TEST_F(Scan, ServicesAndTimeStandInTheFileEachForItself) {
+  board.fault({.command = "DAB_GET_TIME", .cts_never = true});
+  scan("\n\nno\ntime\n");
+  const std::string no_time = read_file("ensemblescan_no_time.json");
+  EXPECT_NE(no_time.find("}]\n}]\n}}\n,{\n\"EnsemleNo\": 2,\n"), std::string::npos);
+  board.clear_faults();
+  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .status_bits = {0x40}});
+  scan("\n\nno\nservices\n");
+  const std::string no_services = read_file("ensemblescan_no_services.json");
+  EXPECT_NE(no_services.find("\"fast_dect\": 0\n},\n\"ensembleTime\": {\n\"year\": 2026,\n"), std::string::npos);
+}
+
 // Fails as memory does that runs out, at the second ensemble's time.
 class Fail_late : public sim::Board_log {
  public:

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Digital radio status, events and time: every field from its bits, every report byte for byte.
+#include <unistd.h>
+
 #include "frontend/reports.h"
 #include "tests/support.h"
 
@@ -41,6 +43,13 @@ TEST_F(Status, DigradReports) {
   EXPECT_EQ(output_of([] { print_digrad_status(); }), expected("digrad_status.txt"));
   EXPECT_EQ(board.sent(), (Frames{{0xB2, 0x00}, zeros(7), zeros(24)}));
   EXPECT_EQ(output_of([] { print_digrad_status_json(); }), expected("digrad_status.json"));
+}
+
+TEST_F(Status, JsonReportIsOutBeforeTheNextActionStarts) {
+  output_of([] {
+    print_digrad_status_json();
+    EXPECT_GT(lseek(STDOUT_FILENO, 0, SEEK_CUR), 0);
+  });
 }
 
 TEST_F(Status, FailedDigradReadPrintsZeros) {
