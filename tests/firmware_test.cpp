@@ -95,9 +95,7 @@ TEST_F(Powered_up, ChunkOutcomes) {
   };
   for (const auto& c : cases) {
     Si468x_load_init();
-    board.clear_faults();
-    board.clear_record();
-    Si468x_ErrorCode = 0;
+    start_over();
     board.fault(c.fault);
     Byte_string chunk(100, 0x5C);
     EXPECT_EQ(Si468x_load_firmware_datapackage(chunk.data(), 100), c.result);

@@ -5,6 +5,7 @@
 namespace {
 
 using Fm = Fm_running;
+using Flags = std::array<uint8_t, 4>;
 
 TEST_F(Fm, SeekWaitsForCompletion) {
   board.air().fm_stations = {{.khz = 87600, .signal = {.rssi = 40, .valid = true}},
@@ -29,23 +30,13 @@ TEST_F(Fm, QualityFieldsComeFromTheirBits) {
   Si468x_FM_rsq_status rsq;
   EXPECT_EQ(output_of([&] { EXPECT_EQ(rsq.get_status(), 0); }),
             "00 80 00 00 c0 0a a2 3e 22 85 2a 1b 0c cd ab ee 11 12 00 00 00 00 00 \n");
-  EXPECT_EQ(rsq.snr_high_int, 1);
-  EXPECT_EQ(rsq.snr_low_int, 0);
-  EXPECT_EQ(rsq.rssi_high_int, 1);
-  EXPECT_EQ(rsq.rssi_low_int, 0);
-  EXPECT_EQ(rsq.band_limit, 1);
-  EXPECT_EQ(rsq.hd_detected, 1);
-  EXPECT_EQ(rsq.hd_detected_filtered, 0);
-  EXPECT_EQ(rsq.afc_railed, 1);
+  EXPECT_EQ((std::array{rsq.snr_high_int, rsq.snr_low_int, rsq.rssi_high_int, rsq.rssi_low_int}), (Flags{1, 0, 1, 0}));
+  EXPECT_EQ((std::array{rsq.band_limit, rsq.hd_detected, rsq.hd_detected_filtered, rsq.afc_railed}),
+            (Flags{1, 1, 0, 1}));
   EXPECT_EQ(rsq.valid, 0);
-  EXPECT_EQ(rsq.frequency, 0x223E);
-  EXPECT_EQ(rsq.frequency_offset, 0x85);
-  EXPECT_EQ(rsq.rssi, 0x2A);
-  EXPECT_EQ(rsq.snr, 0x1B);
-  EXPECT_EQ(rsq.multipath, 0x0C);
-  EXPECT_EQ(rsq.antenna_cap, 0xABCD);
-  EXPECT_EQ(rsq.hd_level, 0x11);
-  EXPECT_EQ(rsq.hd_level_filtered, 0x12);
+  EXPECT_EQ((std::vector<int>{rsq.frequency, rsq.frequency_offset, rsq.rssi, rsq.snr, rsq.multipath, rsq.antenna_cap,
+                              rsq.hd_level, rsq.hd_level_filtered}),
+            (std::vector<int>{0x223E, 0x85, 0x2A, 0x1B, 0x0C, 0xABCD, 0x11, 0x12}));
   board.clear_faults();
   board.fault({.command = "FM_RSQ_STATUS", .reply = Byte_string{0x05, 0x11}});
   output_of([&] { rsq.get_status(); });

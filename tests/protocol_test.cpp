@@ -52,9 +52,7 @@ TEST_F(Exchange, StatusErrorsHaveAnOrder) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << std::hex << "STATUS0 |= " << int{c.status0} << " STATUS3 |= " << int{c.status3});
-    board.clear_faults();
-    board.clear_record();
-    Si468x_ErrorCode = 0;
+    start_over();
     board.fault({.command = "DAB_GET_TIME", .status_bits = {c.status0, 0, 0, c.status3}});
     EXPECT_EQ(get_time(), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.result == 0 ? 0U : 260U);

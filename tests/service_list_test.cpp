@@ -91,8 +91,7 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.size);
     list = {.version = 9, .num_services = 8, .size = 7, .data = nullptr};
-    Si468x_ErrorCode = 0;
-    board.clear_record();
+    start_over();
     EXPECT_EQ(read({static_cast<uint8_t>(c.size), static_cast<uint8_t>(c.size >> 8), 0x34, 0x12, 5}), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.code);
     if (c.result == 0) {

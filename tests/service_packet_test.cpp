@@ -15,9 +15,7 @@ Byte_string packet(uint8_t flags, uint8_t buffer_count, uint16_t byte_count, con
 class Packet : public Tuned_to_33 {
  protected:
   int16_t get(const Byte_string& reply, uint32_t size = 4096) {
-    board.clear_faults();
-    board.clear_record();
-    Si468x_ErrorCode = 0;
+    start_over();
     board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .reply = reply});
     buffer = std::make_unique<uint8_t[]>(size);  // of just its size: a sanitizer sees a step beyond it
     data = {};

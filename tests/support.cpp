@@ -63,11 +63,16 @@ Board_test::Board_test(const sim::Board_state& state) {
   wired.pins[23] = {.function = 1, .pull = 0, .level = state.mode != sim::Mode::reset};
   board.restore(wired);
   EXPECT_EQ(Si468x_bus_init(), 0);
-  board.clear_record();
-  Si468x_ErrorCode = 0;
+  start_over();
 }
 
 Board_test::~Board_test() { sim::use_board(nullptr); }
+
+void Board_test::start_over() {
+  board.clear_faults();
+  board.clear_record();
+  Si468x_ErrorCode = 0;
+}
 
 void Board_test::TearDown() {
   EXPECT_EQ(board.mistakes(), std::vector<std::string>{});

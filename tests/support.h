@@ -51,6 +51,7 @@ class Board_test : public testing::Test {
   explicit Board_test(const sim::Board_state& state = {});
   ~Board_test() override;
   void TearDown() override;
+  void start_over();  ///< forgets faults, record and error code
   sim::Board board;
 };
 
