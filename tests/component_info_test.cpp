@@ -82,6 +82,14 @@ TEST_F(Component_info, LengthsAndFailures) {
   EXPECT_EQ(info.ua_data, buffer.data());
 }
 
+TEST_F(Component_info, WithoutABufferNothingIsReadThrough) {
+  EXPECT_EQ(info.get_info(3779402283, 53925), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 130U);
+  EXPECT_EQ(info.ua_count, 2);
+  EXPECT_EQ(application.get_ua_data(&info, 0), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 131U);
+}
+
 TEST_F(Component_info, UserApplicationsAreFoundOrTheReasonIsGiven) {
   const struct {
     uint8_t count;
