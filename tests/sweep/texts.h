@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Judges what a run with a fault has written: its numbers may be any, its lines and its JSON may not.
+#pragma once
+
+#include <string>
+
+/// @return what is wrong with the standard output of a run: a line that the program does not have, JSON that is none;
+/// empty: nothing.
+std::string wrong_in_output(const std::string& output);
+
+/// Likewise for a scan file.
+std::string wrong_in_scan_file(const std::string& file);
