@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 jobs=$(nproc)
 
 build_packages="g++ make cmake libbcm2835-dev nlohmann-json3-dev"
-test_packages="libgtest-dev"
+test_packages="libgtest-dev python3-cram"
 
 # install PACKAGE...: installs those of Debian's packages that are missing, or ends with one clear line.
 install() {

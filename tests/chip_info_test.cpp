@@ -23,24 +23,6 @@ TEST_F(Chip, EachStatusBitShowsInItsLineAlone) {
   }
 }
 
-TEST_F(Chip, ReportShowsEveryFieldInItsPlace) {
-  board.fault({.command = "RD_REPLY", .occurrence = 1, .status = {{0xB0, 0x20, 0, 0xD4}}});
-  board.fault({.command = "GET_PART_INFO", .reply = Byte_string{17, 34, 9, 9, 0x83, 0x12, 9}});
-  board.fault({.command = "GET_SYS_STATE", .reply = Byte_string{3, 9}});
-  board.fault({.command = "GET_FUNC_INFO", .reply = Byte_string{5, 6, 7, 0x63, 0x0D, 0x0C, 0x0B, 0xFA}});
-  EXPECT_EQ(output_of([] { print_chip_info(); }), expected("chip_info.txt"));
-  EXPECT_EQ(board.sent(), (Frames{zeros(7),
-                                  {0x08, 0x00},
-                                  zeros(7),
-                                  zeros(24),
-                                  {0x09, 0x00},
-                                  zeros(7),
-                                  zeros(7),
-                                  {0x12, 0x00},
-                                  zeros(7),
-                                  zeros(13)}));
-}
-
 TEST_F(Chip, ImagesHaveNames) {
   const std::pair<uint8_t, const char*> names[] = {{0, "Bootloader"}, {1, "FMHD"},    {2, "DAB"},
                                                    {4, "FMHD Demod"}, {5, "AMHD"},    {6, "AMHD Demod"},

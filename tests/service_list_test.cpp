@@ -66,22 +66,6 @@ class Service_list : public Tuned_to_33 {
 const Byte_string station_a = service(17333, 10 << 1, 1, "Station A") + Byte_string{12, 0x00, 63 << 2, 1};
 const Byte_string data_b = service(3771802437, 1, 0, "Data B");
 
-TEST_F(Service_list, ReportIsAlwaysJson) {
-  reply(list_reply(3, 2, station_a + data_b));
-  EXPECT_EQ(output_of([] { print_digital_service_list(); }), expected("service_list.json"));
-  EXPECT_EQ(board.sent(), (Frames{{0x80, 0}, zeros(7), zeros(7), {0x80, 0}, zeros(7), zeros(65)}));
-}
-
-TEST_F(Service_list, EmptyListAndFailedRead) {
-  const std::string empty =
-      "\"DigitalServiceList\": {\n\"ServiceListVersion\": 0,\n\"NumberServices\": 0,\n\"ServiceList\": [\n]\n}";
-  reply(list_reply(0, 0, {}));
-  EXPECT_EQ(output_of([] { print_digital_service_list(); }), empty);
-  board.clear_faults();
-  board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .status_bits = {0x40}});
-  EXPECT_EQ(output_of([] { print_digital_service_list(); }), empty);
-}
-
 TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
   const struct {
     uint16_t size;

@@ -1,88 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The simulated board as a product: its files, its memory between runs, its trace, its strictness.
+// The simulated board: what it is strict about.
 #include <bcm2835.h>
-
-#include <filesystem>
 
 #include "si468x/spi/split_transfer.h"
 #include "tests/support.h"
 
 namespace {
-
-using Simulator_files = Runs;
-
-TEST_F(Simulator_files, BadBroadcastFileGetsOneLineAndExitStatus2) {
-  const struct {
-    const char* text;
-    const char* complaint;
-  } cases[] = {
-      {"{", "kelvo-sim: air.json: "},
-      {"[]", "kelvo-sim: air.json: "},
-      {R"({"ensembels": []})", "unknown key \"ensembels\""},
-      {R"({"ensembles": [{"index": 41, "signal": {}}]})", "/ensembles/0/index"},
-      {R"({"ensembles": [{"index": 1, "signal": {"rssi": 1.5}}]})", "/ensembles/0/signal/rssi"},
-      {R"({"ensembles": [{"index": 1, "signal": {}}, {"index": 1, "signal": {}}]})", "/ensembles/1"},
-      {R"({"time": {"year": 2026, "month": 13, "day": 1}})", "/time/month"},
-      {R"({"faults": [{"command": "NO_SUCH"}]})", "/faults/0"},
-      {R"({"fm": {"stations": [{"khz": 87501, "signal": {}}]}})", "/fm/stations/0/khz"},
-      {R"({"ensembles": [{"index": 1, "signal": {}, "lists": [{"version": 1, "services": [
-           {"id": 1, "label": "seventeen letters"}]}]}]})",
-       "/services/0/label"},
-  };
-  for (const auto& c : cases) {
-    write_file(path("air.json"), c.text);
-    const Outcome run = kelvo_sim("-b D", "KELVO_SIM_BROADCAST=air.json");
-    EXPECT_EQ(run.status, 2) << c.text;
-    const std::string line = run.after_banner();
-    EXPECT_NE(line.find(c.complaint), std::string::npos) << line;
-    EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
-  }
-  EXPECT_EQ(kelvo_sim("-b D", "KELVO_SIM_BROADCAST=none.json").status, 2);
-  EXPECT_FALSE(std::filesystem::exists(path("state.json")));
-}
-
-TEST_F(Simulator_files, DamagedStateIsSaidAndTheChipStartsInReset) {
-  for (const char* const text : {"", "{", "[1]", "\xFF\xFE", R"({"mode": "dab"})", R"({"mode": 99})", "null"}) {
-    write_file(path("state.json"), text);
-    const Outcome run = kelvo_sim("-i");
-    EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.after_banner().find("kelvo-sim: state.json"), std::string::npos) << text << run.output;
-    EXPECT_NE(run.after_banner().find("not booted up"), std::string::npos);
-  }
-  std::filesystem::create_directory(path("taken"));
-  const Outcome run = run_shell("KELVO_SIM_STATE=taken '" KELVO_SIM_PATH "'", directory);
-  EXPECT_EQ(run.status, 0);
-  EXPECT_NE(run.output.find("kelvo-sim: taken"), std::string::npos) << run.output;
-}
-
-TEST_F(Simulator_files, StateFollowsTheUsersDirectories) {
-  run_shell("env -u KELVO_SIM_STATE XDG_STATE_HOME=" + path("x") + " '" KELVO_SIM_PATH "' -b D", directory);
-  EXPECT_TRUE(std::filesystem::exists(path("x/kelvo/board.json")));
-  run_shell("env -u KELVO_SIM_STATE -u XDG_STATE_HOME HOME=" + path("h") + " '" KELVO_SIM_PATH "' -b D", directory);
-  EXPECT_TRUE(std::filesystem::exists(path("h/.local/state/kelvo/board.json")));
-}
-
-TEST_F(Simulator_files, StateOutlivesABroadcastThatNoLongerFits) {
-  kelvo_sim("-b D -f 33 -p -e 17333 -c 12");
-  write_file(path("air.json"), R"({"frequencies": [174928]})");
-  const Outcome run = kelvo_sim("-d -g -t", "KELVO_SIM_BROADCAST=air.json");
-  EXPECT_EQ(run.status, 0);
-  EXPECT_NE(run.output.find("Ensemble acquired:                          0\n"), std::string::npos) << run.output;
-}
-
-TEST_F(Simulator_files, TraceHasOneLinePerEventAndTotals) {
-  kelvo_sim("-b D", "KELVO_SIM_TRACE=trace");
-  EXPECT_EQ(run_shell("grep -c 'spi HOST_LOAD .* > 04 00 00 00 ' trace", directory).output, "130\n");
-  const char* const sums = "awk '$2 == \"spi\" {n += $4} $3 == \"bytes\" {print (n == $4)}' trace";
-  EXPECT_EQ(run_shell(sums, directory).output, "1\n");
-}
-
-TEST_F(Simulator_files, HangIsStoppedAndReported) {
-  write_file(path("air.json"), R"({"faults": [{"transaction": 3, "bus": "never_done"}]})");
-  const Outcome run = kelvo_sim("-b D", "KELVO_SIM_BROADCAST=air.json");
-  EXPECT_EQ(run.status, 3);
-  EXPECT_NE(run.output.find("kelvo-sim: board: "), std::string::npos) << run.output;
-}
 
 class Strict_board : public Tuned_to_33 {
  protected:

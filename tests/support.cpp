@@ -1,13 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <array>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -45,17 +38,6 @@ std::vector<size_t> lines_not_zero(const std::string& report) {
   return found;
 }
 
-void Story::wait(sim::Time, sim::Time span) {
-  std::fflush(stdout);
-  printed = lseek(STDOUT_FILENO, 0, SEEK_CUR);
-  const auto us = std::chrono::duration_cast<std::chrono::microseconds>(span).count();
-  lines.push_back(us % 1000 == 0 ? "wait " + std::to_string(us / 1000) + " ms" : "wait " + std::to_string(us) + " us");
-}
-
-void Story::pin(sim::Time, unsigned number, std::string_view change) {
-  lines.push_back("pin " + std::to_string(number) + " " + std::string(change));
-}
-
 Board_test::Board_test(const sim::Board_state& state) {
   board.air().always_ready = true;
   sim::use_board(&board);
@@ -78,34 +60,6 @@ void Board_test::TearDown() {
   EXPECT_EQ(board.mistakes(), std::vector<std::string>{});
   EXPECT_EQ(board.unmet_faults(), std::vector<std::string>{});
   EXPECT_FALSE(board.chip_select_active());
-}
-
-std::string Outcome::after_banner() const {
-  const size_t notice = output.find("Please note:\n");
-  const size_t end = notice == std::string::npos ? notice : output.find("\n\n", notice);
-  return end == std::string::npos ? "no banner in: " + output : output.substr(end + 2);
-}
-
-Outcome run_shell(const std::string& command, const std::string& directory) {
-  std::FILE* const pipe = popen(("cd '" + directory + "' && { " + command + "; } 2>&1").c_str(), "r");
-  if (pipe == nullptr) return {-1, "cannot run " + command};
-  std::string output;
-  std::array<char, 4096> part{};
-  for (size_t n = 0; (n = std::fread(part.data(), 1, part.size(), pipe)) > 0;) output.append(part.data(), n);
-  const int status = pclose(pipe);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-}
-
-Runs::Runs() {
-  std::string name = (std::filesystem::temp_directory_path() / "kelvo-test-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "cannot make " << name;
-  directory = name;
-}
-
-Runs::~Runs() { std::filesystem::remove_all(directory); }
-
-Outcome Runs::kelvo_sim(const std::string& arguments, const std::string& before) const {
-  return run_shell(before + " KELVO_SIM_STATE=state.json '" KELVO_SIM_PATH "' " + arguments, directory);
 }
 
 std::string read_file(const std::string& path) {

@@ -34,16 +34,6 @@ std::string output_of(const std::function<void()>& print);
 /// Which lines of an aligned report show a value that is not 0, counted from the title, 0.
 std::vector<size_t> lines_not_zero(const std::string& report);
 
-/// What happened on a board, in order, as words: "pin 23 low", "wait 50 ms", "POWER_UP".
-class Story : public sim::Board_log {
- public:
-  std::vector<std::string> lines;
-  long printed = 0;  ///< bytes of captured standard output when the last wait began
-  void transaction(const sim::Transaction& done) override { lines.emplace_back(done.command); }
-  void wait(sim::Time, sim::Time span) override;
-  void pin(sim::Time, unsigned number, std::string_view change) override;
-};
-
 /// A board with the default broadcast, always ready, whose SPI link is up and whose record is empty. Ends with a look
 /// at what no test may leave behind: a set-up mistake, a fault that was never met, an open transaction.
 class Board_test : public testing::Test {
@@ -72,27 +62,6 @@ class Fm_running : public Board_test {
   Fm_running() : Board_test({.mode = sim::Mode::fm}) {}
 };
 
-/// One run of a program to its end.
-struct Outcome {
-  int status;          ///< exit status, -1 when it was killed
-  std::string output;  ///< standard output and standard error, as a terminal would show them
-  /// What follows the start lines and the banner.
-  std::string after_banner() const;
-};
-
-/// A directory of its own for the runs of one test, with the state file of the simulated board in it.
-class Runs : public testing::Test {
- protected:
-  Runs();
-  ~Runs() override;
-  /// Runs `kelvo-sim ARGUMENTS` in the directory; `before` stands in front: variables, or input into a pipe.
-  Outcome kelvo_sim(const std::string& arguments, const std::string& before = "") const;
-  std::string path(const std::string& name) const { return directory + "/" + name; }
-  std::string directory;
-};
-
-/// Runs a shell command in a directory.
-Outcome run_shell(const std::string& command, const std::string& directory);
 /// A report that stands in a file of tests/expected.
 std::string expected(const std::string& name);
 std::string read_file(const std::string& path);

@@ -87,23 +87,6 @@ TEST_F(Tuning, ErrorSeenOnTheWayLeavesItsCodeAndTheWaitGoesOn) {
   EXPECT_EQ(Si468x_ErrorCode, 21U);
 }
 
-TEST_F(Tuning, FrontEndWaitsForTheEnsemble) {
-  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(33), 0); }), "Tuned.\n\n");
-  EXPECT_EQ(board.waits(), (Waits{100ms, 100ms, 500ms, 200ms}));
-
-  board.clear_record();
-  board.fault({.command = "DAB_DIGRAD_STATUS", .occurrence = 1, .status_bits = {0x40}});
-  board.fault({.command = "DAB_TUNE_FREQ", .status_bits = {0, 0, 0, 0x02}});  // the tune may fail, the ensemble decides
-  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(33), 0); }), "Tuned.\n\n");
-  EXPECT_EQ(board.waits(), (Waits{500ms, 200ms, 200ms}));
-
-  board.clear_record();
-  EXPECT_EQ(output_of([] { EXPECT_EQ(tune_freq(2), -1); }), "Could not tune to frequency\n\n");
-  EXPECT_EQ(board.totals().commands.at("DAB_DIGRAD_STATUS"), 10U);
-  EXPECT_EQ(Waits(board.waits().end() - 11, board.waits().end()),
-            (Waits{500ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms, 200ms}));
-}
-
 TEST_F(Tuned_to_33, PlayingStartsTheComponent) {
   EXPECT_EQ(output_of([] { EXPECT_EQ(play_station(17333, 12), 0); }), "");
   EXPECT_EQ(board.sent(), (Frames{{0x81, 0, 0, 0, 0xB5, 0x43, 0, 0, 0x0C, 0, 0, 0}, zeros(7)}));

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <new>
 #include <sstream>
 #include <vector>
 
@@ -23,7 +24,10 @@ std::jmp_buf after_run;
 bool running = false;
 int exit_status = 0;
 
-int call(std::vector<char*> argv) {
+uint64_t allocations = 0;
+uint64_t allocations_allowed = UINT64_MAX;
+
+int call(std::vector<char*>& argv) {
   running = true;
   if (setjmp(after_run) == 0) exit_status = kelvo_main(static_cast<int>(argv.size()) - 1, argv.data());
   running = false;
@@ -52,6 +56,14 @@ extern "C" {
 
 }  // extern "C"
 
+void* operator new(size_t size) {
+  void* const memory = ++allocations > allocations_allowed ? nullptr : std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, size_t /*size*/) noexcept { std::free(memory); }
+
 void take_standard_streams(const std::string& answers) {
   const int input = memfd_create("answers", 0);
   const int output = memfd_create("output", 0);
@@ -59,7 +71,7 @@ void take_standard_streams(const std::string& answers) {
   if (dup2(input, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0) std::abort();
 }
 
-Ended run_kelvo(const std::string& options) {
+Ended run_kelvo(const std::string& options, uint64_t last_allocation) {
   std::rewind(stdin);
   std::cin.clear();
   std::istringstream stream("kelvo " + options);
@@ -70,12 +82,19 @@ Ended run_kelvo(const std::string& options) {
   argv.push_back(nullptr);
 
   Ended ended{};
+  std::FILE* const terminal = stderr;
+  stderr = stdout;
+  allocations = 0;
+  if (last_allocation != 0) allocations_allowed = last_allocation;
   try {
     ended.status = call(argv);
   } catch (const sim::Hang& hang) {
     running = false;
     ended.hang = hang.what();
   }
+  allocations_allowed = UINT64_MAX;
+  ended.allocations = allocations;
+  stderr = terminal;
   ended.output = take_output();
   return ended;
 }

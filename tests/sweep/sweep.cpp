@@ -50,7 +50,7 @@ const Line lines[] = {
     {"shutdown", "-k", dab},
 };
 
-constexpr const char* answers = "12a\nMain Street\n4711\nSpringfield\nUtopia\nindoor, 2\n47.37\n8.54\n";
+constexpr const char* answers = "12a\nMain Street behind the old town hall\n4711\nSpringfield\nUtopia\nindoor, 2\n47.37\n8.54\n";
 constexpr const char* scan_file = "ensemblescan_4711_Springfield.json";
 
 struct Kind {
@@ -76,6 +76,7 @@ const Kind kinds[] = {
     {"longest-list", {.reply = Byte_string{0xF9, 0x0F} + Byte_string(4094, 0xFF)}},  // the longest that is taken
     {"never-done", {.bus = sim::Bus_fault::never_done}},
 };
+constexpr const char* out_of_memory = "out-of-memory";  // at an allocation instead of a transaction
 
 // Watches the image download: when a chunk has failed in the eyes of the host, no further one may follow.
 class Download_watch : public sim::Board_log {
@@ -118,6 +119,21 @@ class Sweep {
   const std::string& output() const { return output_; }
   int failures() const { return failures_; }
 
+  // One run whose memory ends after `number` allocations. @return false: it did not need more
+  bool try_memory(size_t number) {
+    sim::Board board(air_);
+    board.set_recording(false);
+    const Ended ended = run_on(board, number);
+    const bool ran_out = ended.allocations > number;
+    constexpr std::string_view message = "kelvo: out of memory\n";
+    std::string why = ended.status != 0 ? "exit status " + std::to_string(ended.status) : "";
+    if (ran_out && !output_.ends_with(message)) why = "said nothing";
+    if (ran_out) output_.resize(output_.size() - message.size());
+    if (why.empty()) why = wrong_in_texts();
+    if (!why.empty()) report(out_of_memory, number, why);
+    return ran_out;
+  }
+
   // One run with one fault at transaction `number`, from 1.
   void try_fault(const Kind& kind, size_t number) {
     sim::Fault fault = kind.fault;
@@ -132,18 +148,23 @@ class Sweep {
   }
 
  private:
-  // Runs the line on `board`. @return what is wrong with it
-  std::string run(sim::Board& board, const sim::Fault* fault) {
-    Download_watch watch;
-    board.add_log(watch);
+  Ended run_on(sim::Board& board, uint64_t last_allocation) {
     sim::Board_state start = line_.start;
     if (start.mode != sim::Mode::reset) start.pins[23] = {.function = 1, .pull = 0, .level = true};
     board.restore(start);
     sim::use_board(&board);
     std::filesystem::remove(scan_file);
-    const Ended ended = run_kelvo(line_.options);
+    Ended ended = run_kelvo(line_.options, last_allocation);
     sim::use_board(nullptr);
     output_ = ended.output;
+    return ended;
+  }
+
+  // Runs the line on `board`. @return what is wrong with it
+  std::string run(sim::Board& board, const sim::Fault* fault) {
+    Download_watch watch;
+    board.add_log(watch);
+    const Ended ended = run_on(board, 0);
     if (!board.unmet_faults().empty()) return "the fault was not met";
     if (fault != nullptr && fault->bus == sim::Bus_fault::never_done)
       return ended.hang.empty() ? "went on although the controller was never done" : "";
@@ -153,8 +174,13 @@ class Sweep {
     if (board.mistakes() != allowed_mistakes()) return "a mistake: " + testing::PrintToString(board.mistakes());
     if (watch.went_on) return "the download went on after a failed chunk";
     if (fault != nullptr && board.now() > longest_span()) return "took " + std::to_string(board.now() / 1s) + " s";
+    if (output_.ends_with("Thank you\n") && !std::filesystem::exists(scan_file)) return "no scan file";
+    return wrong_in_texts();
+  }
+
+  std::string wrong_in_texts() const {
     if (const std::string why = wrong_in_output(output_); !why.empty()) return why;
-    return output_.ends_with("Thank you\n") ? wrong_in_scan_file(read_file(scan_file)) : "";
+    return std::filesystem::exists(scan_file) ? wrong_in_scan_file(read_file(scan_file)) : "";
   }
 
   // After a failed download the link is down, and the look at the chip that ends the run reads nothing.
@@ -169,9 +195,8 @@ class Sweep {
 
   void report(const std::string& kind, size_t number, const std::string& why) {
     ++failures_;
-    std::fprintf(stderr, "%s: %s at transaction %zu: %s\n  again: kelvo-sweep repeat %u %s %s %zu\n",
-                 line_.name.c_str(), kind.c_str(), number, why.c_str(), seed_, line_.name.c_str(), kind.c_str(),
-                 number);
+    std::fprintf(stderr, "%s: %s at %zu: %s\n  again: kelvo-sweep repeat %u %s %s %zu\n", line_.name.c_str(),
+                 kind.c_str(), number, why.c_str(), seed_, line_.name.c_str(), kind.c_str(), number);
   }
 
   const Line& line_;
@@ -192,6 +217,7 @@ int sweep_line(const Line& line, size_t stride, unsigned seed) {
   size_t runs = 0;
   for (size_t run = 0; run < sweep.transactions() * std::size(kinds); run += stride, ++runs)
     sweep.try_fault(kinds[run % std::size(kinds)], 1 + run / std::size(kinds));
+  for (size_t allocations = 1; sweep.try_memory(allocations); allocations += stride) ++runs;
   const Seconds took = std::chrono::steady_clock::now() - start;
   std::fprintf(stderr, "%-12s %4zu transactions %6zu runs %4d failed %6.1f s\n", line.name.c_str(),
                sweep.transactions(), runs, sweep.failures(), took.count());
@@ -209,7 +235,10 @@ unsigned number(const std::string& text) { return static_cast<unsigned>(std::str
 
 int repeat(const std::vector<std::string>& words) {
   Sweep sweep(named(lines, words[2]), number(words[1]));
-  sweep.try_fault(named(kinds, words[3]), number(words[4]));
+  if (words[3] == out_of_memory)
+    sweep.try_memory(number(words[4]));
+  else
+    sweep.try_fault(named(kinds, words[3]), number(words[4]));
   std::fputs(sweep.output().c_str(), stderr);
   return sweep.failures();
 }

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support.h"
+
+namespace {
+
+TEST_F(Dab_running, EachWayAPropertyFailsHasItsCode) {
+  uint16_t property[2] = {0x0300, 41};
+  const struct {
+    sim::Fault fault;
+    int16_t result;
+    uint32_t code;
+  } cases[] = {
+      {{.command = "SET_PROPERTY", .property_not_kept = true}, -6, 218},
+      {{.command = "SET_PROPERTY", .status_bits = {0x40}}, -2, 18},
+      {{.command = "GET_PROPERTY", .status_bits = {0, 0, 0, 0x02}}, -1, 118},
+      {{.command = "GET_PROPERTY", .reply = Byte_string{41, 1}}, -6, 218},
+  };
+  for (const auto& c : cases) {
+    board.clear_faults();
+    board.fault(c.fault);
+    EXPECT_EQ(Si468x_set_property(property), c.result);
+    EXPECT_EQ(Si468x_ErrorCode, c.code);
+  }
+  uint16_t unknown[2] = {0x7777, 0xABCD};
+  EXPECT_EQ(Si468x_get_property(unknown), -2);
+  EXPECT_EQ(Si468x_ErrorCode, 17U);
+  EXPECT_EQ(unknown[1], 0xABCD);
+}
+
+}  // namespace

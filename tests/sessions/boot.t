@@ -1,0 +1,196 @@
+The boot: its order, waits, pins and texts.
+
+  $ . "$TESTDIR/setup.sh"
+  $ boot() { wire "$@" | awk '/^HOST_LOAD 04 00 00 00/ { n++; getline; next } n { print n " chunk(s)"; n = 0 } 1'; }
+  $ boot -b D
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  pin 23 low
+  wait 200000.000
+  pin 23 high
+  wait 50000.000
+  POWER_UP 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00
+  read 7
+  read 5
+  LOAD_INIT 06 00
+  read 7
+  2 chunk(s)
+  wait 50000.000
+  LOAD_INIT 06 00
+  read 7
+  128 chunk(s)
+  wait 100000.000
+  BOOT 07 00
+  read 7
+  read 5
+  Boot up successful
+  
+  read 7
+  $ boot -b F -k
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  pin 23 low
+  wait 200000.000
+  pin 23 high
+  wait 50000.000
+  POWER_UP 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00
+  read 7
+  read 5
+  LOAD_INIT 06 00
+  read 7
+  2 chunk(s)
+  wait 50000.000
+  LOAD_INIT 06 00
+  read 7
+  130 chunk(s)
+  wait 100000.000
+  BOOT 07 00
+  read 7
+  read 5
+  Boot up successful
+  
+  read 7
+  pin 23 low
+  pin 7 input
+  pin 8 input
+  pin 9 input
+  pin 10 input
+  pin 11 input
+  Si468x shut down
+  
+
+A chip that needs its time is awaited.
+
+  $ KELVO_SIM_BROADCAST= run -b D
+  Boot up successful
+  
+
+A failed power-up sends no image; the link keeps running.
+
+  $ air '"faults": [{"command": "POWER_UP", "status_bits": "40 00 00 00"}]'
+  $ boot -b D
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  pin 23 low
+  wait 200000.000
+  pin 23 high
+  wait 50000.000
+  fault POWER_UP, every one
+  POWER_UP 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00
+  read 7
+  Could not power up the Si468x
+  read 7
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
+A patch that does not arrive: the chip is held in reset, then the program speaks. No further chunk is sent.
+
+  $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 2, "status_bits": "00 00 00 04"}]'
+  $ boot -b D
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  pin 23 low
+  wait 200000.000
+  pin 23 high
+  wait 50000.000
+  POWER_UP 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00
+  read 7
+  read 5
+  LOAD_INIT 06 00
+  read 7
+  1 chunk(s)
+  fault HOST_LOAD, occurrence 2
+  1 chunk(s)
+  pin 23 low
+  pin 7 input
+  pin 8 input
+  pin 9 input
+  pin 10 input
+  pin 11 input
+  wait 2000000.000
+  Patch not transmitted successfully
+  
+  mistake transfer before bcm2835_spi_begin
+  kelvo-sim: board: transfer before bcm2835_spi_begin
+  read 7
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
+An image that does not arrive: the program speaks, then the chip is held in reset.
+
+  $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 4, "status_bits": "40 00 00 00"}]'
+  $ boot -b D
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  pin 23 low
+  wait 200000.000
+  pin 23 high
+  wait 50000.000
+  POWER_UP 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00
+  read 7
+  read 5
+  LOAD_INIT 06 00
+  read 7
+  2 chunk(s)
+  wait 50000.000
+  LOAD_INIT 06 00
+  read 7
+  1 chunk(s)
+  fault HOST_LOAD, occurrence 4
+  1 chunk(s)
+  Firmware not transmitted successfully
+  
+  pin 23 low
+  pin 7 input
+  pin 8 input
+  pin 9 input
+  pin 10 input
+  pin 11 input
+  wait 2000000.000
+  mistake transfer before bcm2835_spi_begin
+  kelvo-sim: board: transfer before bcm2835_spi_begin
+  read 7
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
+An application that does not start.
+
+  $ air '"faults": [{"command": "BOOT", "status": "80 00 00 80"}]'
+  $ run -b D
+  Boot up failed
+  
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
+Start-up, and a system in which SPI is switched off.
+
+  $ KELVO_SIM_TRACE=/dev/stdout kelvo-sim -b X | sed -n '/^ /s/^ *[0-9.]* pin/pin/p'
+  pin 23 output
+  pin 7 input
+  pin 7 pull up
+  pin 7 alternate 0
+  pin 8 alternate 0
+  pin 9 alternate 0
+  pin 10 alternate 0
+  pin 11 alternate 0
+  $ air '"board": {"spi_enabled": false}'
+  $ kelvo-sim -b D | tail -n 1
+  Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  $ air '"board": {"registers": false}'
+  $ kelvo-sim -b D | tail -n 1
+  Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists

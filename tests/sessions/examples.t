@@ -1,0 +1,49 @@
+The library's examples show what they promise.
+
+  $ . "$TESTDIR/setup.sh"
+  $ run -b D -f 33
+  Boot up successful
+  
+  Tuned.
+  
+  $ example-component_info-sim
+  DAB component info ------------------- 
+  Global ID:                                  135
+  Language:                                   8
+  charsetID:                                  4
+  Label:                                      Stadtbilder     
+  Char abrev:                                 65280
+  Number user application data:               2
+  Length user application data:               18
+  User application no:                        0
+  User application type:                      2
+  User application length:                    4
+    User application data:                    0c 3c 40 80 
+  User application no:                        1
+  User application type:                      1863
+  User application length:                    6
+    User application data:                    57 65 69 68 65 72 
+  
+  $ example-data_packets-sim | grep -E 'remaining|Segment'
+  In buffer remaining data:                   4
+  Segment number:                             0
+  In buffer remaining data:                   3
+  Segment number:                             1
+  In buffer remaining data:                   2
+  Segment number:                             2
+  In buffer remaining data:                   1
+  Segment number:                             3
+
+The service was stopped, so it can be started again. Without a running application they say so.
+
+  $ example-data_packets-sim | wc -l
+  52
+  $ run -k
+  Si468x shut down
+  
+  $ example-component_info-sim
+  The chip does not know this component (code 30).
+  [1]
+  $ example-data_packets-sim
+  The service cannot be started (code 32).
+  [1]

@@ -1,0 +1,76 @@
+What the machine around the program may do to it.
+
+  $ . "$TESTDIR/setup.sh"
+  $ run -b D -f 33
+  Boot up successful
+  
+  Tuned.
+  
+
+Standard output closed, or full: the work is done all the same.
+
+  $ kelvo-sim -g -d >&-
+  $ kelvo-sim -g -d > /dev/full
+  $ kelvo-sim -f 38 > /dev/full; run -d | grep index
+  Tune index:                                 38
+
+Standard input that ends before an answer, or is closed: the questions are still asked, the file is written.
+
+  $ for n in 0 1 2 3 4 5 6 7; do
+  >   printf '%s\n' 1 Way 4711 Springfield Utopia roof 47 8 | head -n $n | run -u | grep -c ': $\|Thank you'
+  >   ls ensemblescan*; rm ensemblescan*
+  > done
+  9
+  ensemblescan__.json
+  9
+  ensemblescan__.json
+  9
+  ensemblescan__.json
+  9
+  ensemblescan_4711_.json
+  9
+  ensemblescan_4711_Springfield.json
+  9
+  ensemblescan_4711_Springfield.json
+  9
+  ensemblescan_4711_Springfield.json
+  9
+  ensemblescan_4711_Springfield.json
+  $ run -u <&- | tail -n 1
+  Thank you
+  $ rm ensemblescan__.json
+
+A file of the scan's name is replaced whole. One that cannot be written stays as it was, and nothing is said.
+
+  $ head -c 1000000 /dev/zero > ensemblescan_1_x.json
+  $ printf '\n\n1\nx\n' | run -u | tail -n 1
+  Thank you
+  $ head -n 2 ensemblescan_1_x.json; tail -n 1 ensemblescan_1_x.json
+  {"content": "FullStationScan",
+  "FrequencyRegion": "Europe",
+  ]} (no-eol)
+  $ rm ensemblescan_1_x.json; cp "$(command -v sleep)" ensemblescan_1_x.json
+  $ ./ensemblescan_1_x.json 60 & sleep 0.1
+  $ printf '\n\n1\nx\n' | run -u | tail -n 1
+  Thank you
+  $ kill $!; cmp ensemblescan_1_x.json "$(command -v sleep)"
+
+A folder of that name.
+
+  $ mkdir ensemblescan_2_y.json
+  $ printf '\n\n2\ny\n' | run -u | tail -n 1
+  Thank you
+  $ ls ensemblescan_2_y.json
+
+A disc that is full.
+
+  $ ln -s /dev/full ensemblescan_3_z.json
+  $ printf '\n\n3\nz\n' | run -u | tail -n 1
+  Thank you
+
+Texts reach a pipe before what they announce: a program that is killed in the boot has said all that came before.
+
+  $ air '"faults": [{"command": "HOST_LOAD", "cts_never": true}]'
+  $ KELVO_SIM_REALTIME=1 timeout 1 kelvo-sim -b D | tail -n 2
+  SPI bus enabled.
+  

@@ -1,0 +1,184 @@
+The full scan of the built-in broadcast: progress, prompts, the file.
+
+  $ . "$TESTDIR/setup.sh"
+  $ run -b D
+  Boot up successful
+  
+  $ printf '1\nWay\n4711\nSpringfield\nUtopia\nroof\n' | run -u | diff "$TESTDIR/../expected/scan.txt" -
+  $ diff ensemblescan_4711_Springfield.json "$TESTDIR/../expected/scan.json"
+
+A chip with three frequencies: nothing, an ensemble of one service, a signal too weak.
+
+  $ three() {
+  >   cat > air.json << END
+  > {"time": {"year": 2026, "month": 3, "day": 7, "hour": 9, "minute": 5}, "chip": {"always_ready": true},
+  >  "frequencies": [174928, 176640, 178352], "noise": {"rssi": 2}, "ensembles": [
+  >  {"index": 1, "signal": {"rssi": 40, "fic_quality": 30}, "lists": [{"version": 7, "services": [
+  >   {"id": 17333, "label": "Aurora", "components": [{"tmid": 0, "subchannel": 12}]}]}]},
+  >  {"index": 2, "signal": {"rssi": 9, "fic_quality": 29}, "lists": [{"version": 8, "services": []}]}]
+  > $1}
+  > END
+  > }
+  $ three
+  $ page=$TESTDIR/../../docs/scan-file.md
+  $ printf '%s\n' 12a 'Main Street' 4711 Springfield Utopia 'indoor, 2' 47.37 8.54 | wire -u | sed /^Please/q
+  read 7
+  DAB_GET_FREQ_LIST b9 00
+  read 7
+  read 6
+  DAB_GET_FREQ_LIST b9 00
+  read 7
+  read 21
+  DAB_TUNE_FREQ b0 00 00 00 00 00
+  read 7
+  read 7
+  wait 100000.000
+  read 7
+  wait 100000.000
+  read 7
+  wait 100000.000
+  read 7
+  DAB_DIGRAD_STATUS b2 00
+  read 7
+  read 24
+  Scanning frequency: 174928 kHz. Found signal with RSSI: --
+  DAB_TUNE_FREQ b0 00 01 00 00 00
+  read 7
+  read 7
+  wait 100000.000
+  read 7
+  wait 100000.000
+  read 7
+  DAB_DIGRAD_STATUS b2 00
+  read 7
+  read 24
+  DAB_GET_EVENT_STATUS b3 01
+  read 7
+  read 9
+  wait 200000.000
+  DAB_GET_EVENT_STATUS b3 01
+  read 7
+  read 9
+  wait 200000.000
+  DAB_GET_EVENT_STATUS b3 01
+  read 7
+  read 9
+  wait 200000.000
+  DAB_GET_EVENT_STATUS b3 01
+  read 7
+  read 9
+  wait 200000.000
+  DAB_GET_EVENT_STATUS b3 01
+  read 7
+  read 9
+  Scanning frequency: 176640 kHz. Found signal with RSSI: ----------------------------------------
+  GET_DIGITAL_SERVICE_LIST 80 00
+  read 7
+  read 7
+  GET_DIGITAL_SERVICE_LIST 80 00
+  read 7
+  read 41
+  DAB_GET_TIME bc 01
+  read 7
+  read 12
+  Found ensemble!
+  DAB_TUNE_FREQ b0 00 02 00 00 00
+  read 7
+  read 7
+  wait 100000.000
+  read 7
+  wait 100000.000
+  read 7
+  DAB_DIGRAD_STATUS b2 00
+  read 7
+  read 24
+  Scanning frequency: 178352 kHz. Found signal with RSSI: ---------
+  Please indicate the location of the Quillet (the antenna location) during the scan:
+  $ sed -n '/^{"content"/,/^```/p' "$page" | sed '$d' > shown
+  $ head -n "$(wc -l < shown)" ensemblescan_4711_Springfield.json | diff shown -
+
+The answers go into the file as typed, and its name decides where it lands; without a folder there it is not written.
+
+  $ run -b D
+  Boot up successful
+  
+  $ printf '\n a"b\\c \n4711' | run -u | tail -n 2
+  GPS longitude (optional): 
+  Thank you
+  $ sed -n '/StreetNo/,/City/p' ensemblescan_4711_.json
+  "StreetNo": "",
+  "Street": " a"b\c ",
+  "PostalCode": "4711",
+  "City": "",
+  $ mkdir ensemblescan_d
+  $ printf '\n\nd/e\nf\n' | run -u | tail -n 1
+  Thank you
+  $ printf '\n\nno/such\nplace\n' | run -u | tail -n 1
+  Thank you
+  $ find . -name 'ens*' -o -name 'e_*' | sort
+  ./ensemblescan_4711_.json
+  ./ensemblescan_4711_Springfield.json
+  ./ensemblescan_d
+  ./ensemblescan_d/e_f.json
+
+Services and time stand in the file each for itself; what failed is left out.
+
+  $ three ', "faults": [{"command": "DAB_GET_TIME", "cts_never": true}]'
+  $ printf '\n\nno\ntime\n' | run -u | grep ^Found
+  Found ensemble!
+  $ grep -B 4 '"EnsemleNo": 2,' ensemblescan_no_time.json
+  }]
+  }]
+  }}
+  ,{
+  "EnsemleNo": 2,
+  $ three ', "faults": [{"command": "GET_DIGITAL_SERVICE_LIST", "status_bits": "40 00 00 00"}]'
+  $ printf '\n\nno\nservices\n' | run -u | grep Scanning
+  Scanning frequency: 174928 kHz. Found signal with RSSI: --
+  Scanning frequency: 176640 kHz. Found signal with RSSI: ----------------------------------------
+  Scanning frequency: 178352 kHz. Found signal with RSSI: ---------
+  $ grep -B 2 -A 3 ensembleTime ensemblescan_no_services.json
+  "fast_dect": 0
+  },
+  "ensembleTime": {
+  "year": 2026,
+  "month": 3,
+  "day": 7,
+
+A frequency that cannot be tuned leaves no trace but its line, which shows what was measured last.
+
+  $ three ', "faults": [{"command": "DAB_TUNE_FREQ", "occurrence": 1, "status_bits": "40 00 00 00"},
+  >                    {"command": "DAB_TUNE_FREQ", "occurrence": 3, "cts_never": true}]'
+  $ printf '\n\nno\ntune\n' | run -u | grep -v ':.$'
+  Scanning frequency: 176640 kHz. Found signal with RSSI: ----------------------------------------
+  Found ensemble!
+  Scanning frequency: 178352 kHz. Found signal with RSSI: ----------------------------------------
+  Please indicate the location of the Quillet (the antenna location) during the scan:
+  Thank you
+  $ grep -c '"tune_freq": 0,' ensemblescan_no_tune.json
+  40
+
+A list of frequencies that is cut off is scanned without its numbers.
+
+  $ three ', "faults": [{"command": "DAB_GET_FREQ_LIST", "occurrence": 2, "status_bits": "40 00 00 00"}]'
+  $ run -u < /dev/null | grep Scanning
+  Scanning frequency: 0 kHz. Found signal with RSSI: --
+  Scanning frequency: 0 kHz. Found signal with RSSI: ----------------------------------------
+  Scanning frequency: 0 kHz. Found signal with RSSI: ---------
+
+The chip's list decides how much is visited, up to the 41 entries that the file always has.
+
+  $ for count in 0 1 41 42 255; do
+  >   echo '{"frequencies": ['$(seq -s , 174000 $((173999 + count)))'], "chip": {"always_ready": true}}' > air.json
+  >   run -u < /dev/null | grep -c Scanning; grep -c Ensemle ensemblescan__.json
+  > done
+  0
+  41
+  1
+  41
+  41
+  41
+  41
+  41
+  41
+  41

@@ -1,0 +1,28 @@
+# Read by every session. Each has a folder and a board of its own.
+export KELVO_SIM_STATE="$PWD/board.json"
+export KELVO_SIM_BROADCAST="$PWD/air.json"
+default=$TESTDIR/../../simulator/broadcasts/default.json
+
+# air [MEMBERS]: from now on the built-in broadcast, its clock stopped and its chip always ready, with further members.
+air() {
+  {
+    echo '{"time": {"year": 2026, "month": 3, "day": 7, "hour": 9, "minute": 5}, "chip": {"always_ready": true}'
+    [ -z "$1" ] || echo ", $1"
+    sed '1s/{/,/' "$default"
+  } >"$KELVO_SIM_BROADCAST"
+}
+
+# run OPTION...: what the program says after its start lines.
+run() { kelvo-sim "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; }
+
+# wire OPTION...: the same, and between its texts what happens on the board: commands with their bytes, reads with their
+# lengths, waits in microseconds, pins.
+wire() {
+  KELVO_SIM_TRACE=/dev/stdout kelvo-sim "$@" 2>&1 |
+    sed '1,/^SPI bus enabled/d' | sed 1d |
+    sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|mistake|total) /\1 /
+            s/(.*[]}]) +[0-9]+\.[0-9]+ (spi|total) /\1\n\2 /' |
+    sed -E '/^total/d; s/^spi RD_REPLY ([0-9]+) .*/read \1/; s/^spi ([A-Z_]+) [0-9]+ > (.*) <.*/\1 \2/'
+}
+
+air
