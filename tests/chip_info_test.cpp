@@ -23,18 +23,6 @@ TEST_F(Chip, EachStatusBitShowsInItsLineAlone) {
   }
 }
 
-TEST_F(Chip, ImagesHaveNames) {
-  const std::pair<uint8_t, const char*> names[] = {{0, "Bootloader"}, {1, "FMHD"},    {2, "DAB"},
-                                                   {4, "FMHD Demod"}, {5, "AMHD"},    {6, "AMHD Demod"},
-                                                   {7, "DAB Demod"},  {8, "unknown"}, {255, "unknown"}};
-  for (const auto& [image, name] : names) {
-    Si468x_chip_info info;
-    info.image = image;
-    const std::string text = output_of([&] { info.print_data(); });
-    EXPECT_NE(text.find(std::string("sysstate CMD:    ") + name + "\nRevision"), std::string::npos) << name;
-  }
-}
-
 TEST_F(Chip, WithoutVersionControlTheRevisionFieldsKeepTheirValues) {
   board.fault({.command = "GET_FUNC_INFO", .reply = Byte_string{5, 6, 7, 0xB0, 1, 2, 3, 4}});
   Si468x_chip_info info;

@@ -8,9 +8,6 @@
 
 namespace {
 
-const Byte_string power_up_bytes{0x01, 0x00, 0x1F, 0x7F, 0x00, 0xF8, 0x24, 0x01,
-                                 0x20, 0x10, 0x00, 0x00, 0x00, 0x18, 0x00, 0x00};
-
 // A frame that loads `count` bytes of an image from `offset`.
 Byte_string load_frame(const uint8_t* image, size_t offset, size_t count) {
   return Byte_string{0x04, 0x00, 0x00, 0x00} + Byte_string(image + offset, image + offset + count);
@@ -20,12 +17,6 @@ class Fresh_from_reset : public Board_test {
  protected:
   Fresh_from_reset() : Board_test({.mode = sim::Mode::waiting}) {}
 };
-
-TEST_F(Fresh_from_reset, PowerUpSendsTheBoardsClockSettings) {
-  EXPECT_EQ(Si468x_power_up(), 0);
-  EXPECT_EQ(board.sent(), (Frames{power_up_bytes, zeros(7), zeros(5)}));
-  EXPECT_EQ(board.state().mode, sim::Mode::bootloader);
-}
 
 TEST_F(Fresh_from_reset, PowerUpWantsTheBootloaderAndNothingElse) {
   for (const uint8_t status3 : Byte_string{0x00, 0x40, 0xC0, 0x90}) {
@@ -105,14 +96,6 @@ TEST_F(Powered_up, ChunkOutcomes) {
     EXPECT_EQ(Si468x_load_firmware_static(fw_rom00_patch016bin, 10), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.result == 0 ? 0U : 108U);
   }
-}
-
-TEST_F(Powered_up, FailedChunkEndsTheDownload) {
-  Si468x_load_init();
-  board.clear_record();
-  board.fault({.command = "HOST_LOAD", .occurrence = 2, .status_bits = {0x40}});
-  EXPECT_EQ(Si468x_load_firmware_static(fw_dab_radio_5_0_5bin, 5 * 4092), -2);
-  EXPECT_EQ(board.sent().size(), 4U);
 }
 
 class Image_file : public Powered_up {

@@ -14,13 +14,6 @@ class Exchange : public Tuned_to_33 {
   Byte_string reply = Byte_string(16, 0xEE);
 };
 
-TEST_F(Exchange, ReadyChipCostsThreeTransactionsAndNoWait) {
-  EXPECT_EQ(get_time(), 0);
-  EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(7), zeros(12)}));
-  EXPECT_EQ(board.waits(), Waits{});
-  EXPECT_EQ(Byte_string(reply.begin() + 12, reply.end()), Byte_string(4, 0xEE));  // never past the reply
-}
-
 TEST_F(Exchange, LateClearToSendIsAwaitedWithGrowingPauses) {
   board.fault({.command = "DAB_GET_TIME", .cts_low_reads = 2});
   EXPECT_EQ(get_time(), 0);

@@ -38,6 +38,22 @@ Every report, every field with a value of its own.
   "second": 0
   }
 
+The names of the images.
+
+  $ for image in 00 01 02 03 04 05 06 07 08 FF; do
+  >   air '"faults": [{"command": "GET_SYS_STATE", "reply": "'$image'"}]'; run -i | grep CMD
+  > done
+  Firmware image running the sysstate CMD:    Bootloader
+  Firmware image running the sysstate CMD:    FMHD
+  Firmware image running the sysstate CMD:    DAB
+  Firmware image running the sysstate CMD:    TDMB or data only DAB
+  Firmware image running the sysstate CMD:    FMHD Demod
+  Firmware image running the sysstate CMD:    AMHD
+  Firmware image running the sysstate CMD:    AMHD Demod
+  Firmware image running the sysstate CMD:    DAB Demod
+  Firmware image running the sysstate CMD:    unknown
+  Firmware image running the sysstate CMD:    unknown
+
 What cannot be read prints as zeros.
 
   $ air '"faults": [{"command": "DAB_DIGRAD_STATUS", "status_bits": "40 00 00 00"},

@@ -50,7 +50,8 @@ const Line lines[] = {
     {"shutdown", "-k", dab},
 };
 
-constexpr const char* answers = "12a\nMain Street behind the old town hall\n4711\nSpringfield\nUtopia\nindoor, 2\n47.37\n8.54\n";
+constexpr const char* answers =
+    "12a\nMain Street behind the old town hall\n4711\nSpringfield\nUtopia\nindoor, 2\n47.37\n8.54\n";
 constexpr const char* scan_file = "ensemblescan_4711_Springfield.json";
 
 struct Kind {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/sweep/texts.h"
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
@@ -36,36 +37,20 @@ void learn(std::set<std::string>& known, const std::string& text) {
   for (std::string line; std::getline(all, line);) known.insert(shape(line));
 }
 
-// Every line that the program has: its reports as the other tests expect them, and its messages.
-std::set<std::string> known_lines() {
-  std::set<std::string> known{"bytes", "##"};
-  for (const char* const report : {"digrad_status.txt", "digrad_status.json", "event_status.txt", "service_list.json",
-                                   "chip_info.txt", "scan.txt", "scan.json"})
-    learn(known, expected(report));
-  for (const std::string image : {"Bootloader", "FMHD", "DAB", "TDMB or data only DAB", "FMHD Demod", "AMHD",
-                                  "AMHD Demod", "DAB Demod", "unknown"})
-    learn(known, "Firmware image running the sysstate CMD:    " + image);
-  learn(known, R"(Starting...kelvo DAB radio client
-kelvo 1.0.0
-Please note:
-kelvo is free software under the GNU General Public License, version 3 or later;
-you may use, share and change it under its terms: <https://www.gnu.org/licenses/>.
-It comes with NO WARRANTY, to the extent permitted by law.
+// What a session shows is indented, and so are its commands.
+void learn_session(std::set<std::string>& known, const std::string& text) {
+  std::istringstream all(text);
+  for (std::string line; std::getline(all, line);)
+    if (line.starts_with("  ") && line[2] != '$' && line[2] != '>') learn(known, line.substr(2));
+}
 
-SPI bus enabled.
-Could not power up the Si468x
-Patch not transmitted successfully
-Firmware not transmitted successfully
-Boot up failed
-Boot up successful
-Si468x is not booted up, no firmware loaded. Please use the command boot first.
-Tuned.
-Could not tune to frequency
-Could not start service
-Setting volume to 50
-Si468x shut down
-2016-3-7T9:5:0Z
-)");
+// Every line that the program has, as the other tests expect them.
+std::set<std::string> known_lines() {
+  std::set<std::string> known{"bytes"};
+  const std::filesystem::path tests = SOURCE_DIR "/tests";
+  for (const auto& file : std::filesystem::directory_iterator(tests / "expected")) learn(known, read_file(file.path()));
+  for (const char* const session : {"boot.t", "options.t", "receive.t", "reports.t", "wire.t"})
+    learn_session(known, read_file(tests / "sessions" / session));
   return known;
 }
 
