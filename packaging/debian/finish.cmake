@@ -5,8 +5,8 @@ set(revision ${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 foreach(package ${CPACK_COMPONENTS_ALL})
   set(usr ${CPACK_TEMPORARY_DIRECTORY}/${package}/usr)
   set(doc ${usr}/share/doc/${package})
-  configure_file(${CMAKE_CURRENT_LIST_DIR}/changelog.in ${doc}/changelog.Debian @ONLY)
-  file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${doc})
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/changelog.in ${doc}/changelog.Debian @ONLY NO_SOURCE_PERMISSIONS)
+  file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${doc} NO_SOURCE_PERMISSIONS)
   file(REMOVE ${doc}/LICENSE)  # copyright says it
   if(EXISTS ${doc}/CHANGELOG.md)
     file(RENAME ${doc}/CHANGELOG.md ${doc}/changelog)
@@ -16,4 +16,6 @@ foreach(package ${CPACK_COMPONENTS_ALL})
   file(GLOB binaries ${usr}/bin/* ${usr}/lib/*/*.a)
   execute_process(COMMAND strip --strip-unneeded --remove-section=.comment --remove-section=.note ${binaries}
     COMMAND_ERROR_IS_FATAL ANY)
+  file(CHMOD_RECURSE ${usr} DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)  # whatever the umask
 endforeach()
