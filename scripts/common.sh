@@ -23,6 +23,6 @@ install() {
   echo "Installing$missing"
   # An index that is stale may still know the packages.
   $as_root apt-get update >/dev/null 2>&1 || true
-  $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing >/dev/null ||
-    { echo "$0: cannot install:$missing" >&2; exit 1; }
+  why=$($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing 2>&1 >/dev/null) ||
+    { echo "$0: cannot install$missing: $(echo "$why" | grep -E '^(E|sudo):' | head -n 1)" >&2; exit 1; }
 }

@@ -1,0 +1,33 @@
+#!/bin/bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# options.sh PROGRAM MANUAL COMPLETION: the program's help, the manual and the completion have the same options, and
+# agree on which of them take an argument.
+set -eu
+help=$("$1" --help | sed -nE 's/^ +((-.), )?--([a-z0-9_]+)(=?).*/\2 --\3\4/p' | sort)
+manual=$(sed -n '/^\.Sh OPTIONS/,/^\.Sh ORDER/p' "$2" |
+  sed -nE 's/^\.It //; s/\\&//g; s/^(Fl (.) .*, )?Fl -([a-z0-9_]+)( Ns (=))?.*/-\2 --\3\5/p' | sed 's/^- / /' | sort)
+[ "$(wc -l <<<"$help")" -ge 17 ] || { echo "no options found in the help of $1"; exit 1; }
+diff <(echo "$help") <(echo "$manual") || { echo "< $1 --help   > $2"; exit 1; }
+
+source "$3"
+complete_words() {  # the words of a command line, of which the last is to be completed
+  COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
+  _kelvo
+  printf '%s\n' "${COMPREPLY[@]}"
+}
+offered=$(complete_words kelvo - | sort)
+diff <(tr " " "\n" <<<"$help" | grep . | sort) <(echo "$offered") || { echo "< $1 --help   > $3"; exit 1; }
+
+# An option that takes an argument has something else offered after it than options.
+while read -r short long; do
+  after=$(complete_words kelvo "$short" -)
+  [[ $long == *= && $after == *--help* || $long != *= && $after != *--help* ]] || continue
+  echo "$3: after $short it offers:" ${after:-nothing}
+  exit 1
+done < <(grep '^-' <<<"$help")
+
+# The index of a block is its place among the frequencies that a scan visits.
+for case in 5A:0 10N:21 11D:29 12c:33 13F:40; do
+  index=$(complete_words kelvo -f "${case%:*}")
+  [ "$index" = "${case#*:}" ] || { echo "$3: -f ${case%:*} is completed to '$index'"; exit 1; }
+done
