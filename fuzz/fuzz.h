@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the fuzzers share: a chip that answers with the fuzzer's bytes, and the means to judge what comes of them.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "si468x/si468x.h"
+#include "simulator/board.h"
+#include "simulator/json_reader.h"
+
+using Input = std::span<const uint8_t>;
+/// Memory of exact size, so that the sanitizer sees each access beyond it.
+using Block = std::vector<uint8_t>;
+
+/// Ends the run where `what` does not hold.
+inline void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+/// A record with no field at its default, so that one that was left alone differs from one that was cleared.
+template <typename Record>
+Record used() {
+  std::array<uint8_t, sizeof(Record)> bytes{};
+  bytes.fill(0xA5);
+  return std::bit_cast<Record>(bytes);
+}
+
+/// As `used` gave it.
+template <typename Record>
+bool untouched(const Record& record) {
+  using Bytes = std::array<uint8_t, sizeof(Record)>;
+  return std::bit_cast<Bytes>(record) == std::bit_cast<Bytes>(used<Record>());
+}
+
+/// Makes this the board that the driver talks to, with its chip in this state. Reports go nowhere.
+inline bool start(sim::Board& board, const sim::Board_state& state) {
+  sim::use_board(&board);
+  board.set_recording(false);
+  board.restore(state);
+  return Si468x_bus_init() == 0 && std::freopen("/dev/null", "w", stdout) != nullptr;
+}
+
+/// Lets the chip take every command and answer it with bytes of the input: byte 0 says which read (1 the next, 0 every
+/// one) shows bytes 1 to 4 as its status, all others a good one; each reply from its byte 4 on is the rest.
+/// @return that rest, nothing when the input is too short
+inline std::optional<Input> answer(Input input) {
+  static sim::Board board({.always_ready = true});
+  static const bool started = start(board, {.mode = sim::Mode::dab});
+  constexpr size_t status_end = 5;
+  require(started, "the SPI link starts");
+  if (input.size() < status_end) return {};
+  const Input reply = input.subspan(status_end);
+  board.clear_faults();
+  board.clear_record();
+  board.fault({.command = "RD_REPLY", .status = {{0x80, 0, 0, 0xC0}}, .reply = {{reply.begin(), reply.end()}}});
+  board.fault({.command = "RD_REPLY", .occurrence = input[0], .status = {{input[1], input[2], input[3], input[4]}}});
+  return reply;
+}
+
+/// What `parse` makes of the input, nothing when it complains, which it may do in one line that names the file only.
+template <typename Parse>
+auto parsed(Parse parse, Input input) -> std::optional<decltype(parse({}, {}))> {
+  try {
+    return parse({reinterpret_cast<const char*>(input.data()), input.size()}, "input.json");
+  } catch (const sim::File_error& error) {
+    const std::string_view line = error.what();
+    require(line.starts_with("input.json: ") && line.find_first_of("\r\n") == line.npos, "an error is one line");
+    return {};
+  }
+}
