@@ -7,16 +7,6 @@ namespace {
 using Fm = Fm_running;
 using Flags = std::array<uint8_t, 4>;
 
-TEST_F(Fm, SeekWaitsForCompletion) {
-  board.air().fm_stations = {{.khz = 87600, .signal = {.rssi = 40, .valid = true}},
-                             {.khz = 107900, .signal = {.rssi = 30, .valid = true}}};
-  EXPECT_EQ(Si468x_tune_next_station(), 0);
-  EXPECT_EQ(board.sent()[0], (Byte_string{0x31, 0x00, 0x01, 0x00, 0x00, 0x00}));
-  EXPECT_GT(board.waits().size(), 0U);
-  EXPECT_EQ(board.waits(), Waits(board.sent().size() - 3, 100ms));
-  EXPECT_EQ(board.state().fm.khz, 107900U);  // down from 87.5 MHz, round the band's limit
-}
-
 TEST_F(Fm, QualityFieldsComeFromTheirBits) {
   const Byte_string reply{0x0A, 0xA2, 0x3E, 0x22, 0x85, 0x2A, 0x1B, 0x0C, 0xCD, 0xAB, 0xEE, 0x11, 0x12};
   board.fault({.command = "FM_RSQ_STATUS", .reply = reply});

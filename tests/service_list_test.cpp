@@ -13,31 +13,21 @@ Byte_string label(std::string text) {
   return {text.begin(), text.end()};
 }
 
-// The fixed part of an entry: service id, bytes 4 to 6, label.
-Byte_string service(uint32_t id, uint8_t flags, uint8_t components, const std::string& text) {
-  return Byte_string{static_cast<uint8_t>(id),
-                     static_cast<uint8_t>(id >> 8),
-                     static_cast<uint8_t>(id >> 16),
-                     static_cast<uint8_t>(id >> 24),
-                     flags,
-                     components,
-                     0,
-                     0xEE} +
-         label(text);
+Byte_string little_endian(size_t value, int count) {
+  Byte_string bytes;
+  for (int i = 0; i < count; ++i) bytes.push_back(static_cast<uint8_t>(value >> 8 * i));
+  return bytes;
 }
 
-// A reply from SIZE on. `size_error` makes SIZE lie.
-Byte_string list_reply(uint16_t version, uint8_t services, const Byte_string& entries, int size_error = 0) {
-  const auto size = static_cast<uint16_t>(static_cast<int>(entries.size()) + 6 + size_error);
-  return Byte_string{static_cast<uint8_t>(size),
-                     static_cast<uint8_t>(size >> 8),
-                     static_cast<uint8_t>(version),
-                     static_cast<uint8_t>(version >> 8),
-                     services,
-                     0xE1,
-                     0xE2,
-                     0xE3} +
-         entries;
+// The fixed part of an entry: service id, bytes 4 to 6, label.
+Byte_string service(uint32_t id, uint8_t flags, uint8_t components, const std::string& text) {
+  return little_endian(id, 4) + Byte_string{flags, components, 0, 0xEE} + label(text);
+}
+
+// A reply from SIZE on, which is `excess` too large.
+Byte_string list_reply(uint16_t version, uint8_t services, const Byte_string& entries, size_t excess = 0) {
+  return little_endian(entries.size() + 6 + excess, 2) + little_endian(version, 2) +
+         Byte_string{services, 0xE1, 0xE2, 0xE3} + entries;
 }
 
 class Service_list : public Tuned_to_33 {

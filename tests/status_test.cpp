@@ -29,17 +29,6 @@ TEST_F(Flags, ShowInTheirLineAlone) {
                [] { print_event_status(); });
 }
 
-TEST_F(Dab_running, EventsShowOnceAndAreAcknowledged) {
-  Si468x_DAB_tune_freq(33);
-  board.wait(2s);
-  Si468x_DAB_event_status events;
-  EXPECT_EQ(events.get_new_status(), 0);
-  EXPECT_EQ(events.new_service_list, 1);
-  EXPECT_EQ(events.get_new_status(), 0);
-  EXPECT_EQ(events.new_service_list, 0);
-  EXPECT_EQ(events.service_list_available, 1);
-}
-
 TEST_F(Tuned_to_33, TimeSaysHowLongItsLineIsAndCanBeCleared) {
   board.fault({.command = "DAB_GET_TIME", .reply = Byte_string{0xE0, 0x07, 3, 7, 9, 5, 0}});
   Si468x_time time;

@@ -145,6 +145,15 @@ Services and time stand in the file each for itself; what failed is left out.
   "month": 3,
   "day": 7,
 
+What failed at one ensemble is not made up by what the one before it sent.
+
+  $ air '"faults": [{"command": "GET_DIGITAL_SERVICE_LIST", "occurrence": 3, "status_bits": "40 00 00 00"},
+  >                 {"command": "DAB_GET_TIME", "occurrence": 3, "status_bits": "40 00 00 00"}]'
+  $ run -u < /dev/null | grep -c ^Found; grep -c NumberServices ensemblescan__.json; grep -c year ensemblescan__.json
+  9
+  8
+  8
+
 A frequency that cannot be tuned leaves no trace but its line, which shows what was measured last.
 
   $ three ', "faults": [{"command": "DAB_TUNE_FREQ", "occurrence": 1, "status_bits": "40 00 00 00"},
@@ -165,6 +174,20 @@ A list of frequencies that is cut off is scanned without its numbers.
   Scanning frequency: 0 kHz. Found signal with RSSI: --
   Scanning frequency: 0 kHz. Found signal with RSSI: ----------------------------------------
   Scanning frequency: 0 kHz. Found signal with RSSI: ---------
+
+A list is trusted when a version that was announced as new is still there at a later look; a later version replaces the
+one that was remembered.
+
+  $ event() { echo '{"command": "DAB_GET_EVENT_STATUS", "occurrence": '$1', "reply": "'"$2"'"}'; }
+  $ three ', "faults": ['"$(event 1 '00 01 05 00'), $(event 2 '01 01 05 00'), $(event 3 '01 01 06 00'),
+  >   $(event 4 '01 00 06 00'), $(event 5 '00 01 05 00'), $(event 6 '00 01 06 01'), $(event 7 '00 01 06 00')]"
+  $ wire -u < /dev/null | grep -E '^DAB_GET_EV|^Found' | uniq -c
+        7 DAB_GET_EVENT_STATUS b3 01
+        1 Found ensemble!
+  $ three ', "faults": [{"command": "DAB_GET_EVENT_STATUS", "reply": "00 01 00 00"}]'
+  $ wire -u < /dev/null | grep -E '^DAB_GET_EV|^Found|wait 2' | sort | uniq -c
+       50 DAB_GET_EVENT_STATUS b3 01
+       50 wait 200000.000
 
 The chip's list decides how much is visited, up to the 41 entries that the file always has.
 
