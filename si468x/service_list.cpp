@@ -25,6 +25,51 @@ size_t entry_length(const Bytes_view& entries, size_t offset) {
   return entry_header + component_length * entries.field(offset + 5, 0, 4);
 }
 
+// Steps from the entry at `offset` to the one behind it; `offset` stays where it is when that cannot be done.
+int16_t next_entry(const Si468x_digital_service_list& list, size_t& offset) {
+  const Bytes_view entries({list.data, list.size});
+  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
+  const size_t length = entry_length(entries, offset);
+  if (!entries.holds(offset, length)) return Si468x_failure(-4, 227);
+  offset += length;
+  return 0;
+}
+
+// Service entry
+//   bytes 0-3    service id
+//   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
+//   byte 5       lCCCNNNN   l local, C CA id, N number of components
+//   byte 6       ....SSSS   S character set
+//   bytes 8-23   label
+//   bytes 24-    components, 4 bytes each
+int16_t decode_entry(const Si468x_digital_service_list& list, size_t offset, Si468x_service_data& service) {
+  const Bytes_view entries({list.data, list.size});
+  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 327);
+
+  service.ServId = entries.u32(offset);
+  service.AudioOrDataFlag = entries.bit(offset + 4, 0);
+  if (service.AudioOrDataFlag != 0) {
+    service.ServRef = service.ServId & 0xFFFFF;
+    service.CountryID = (service.ServId >> 20) & 0x0F;
+    service.ECC = static_cast<uint8_t>(service.ServId >> 24);
+  } else {
+    service.ServRef = service.ServId & 0x0FFF;
+    service.CountryID = (service.ServId >> 12) & 0x0F;
+  }
+  service.ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
+  service.LinkingInfo = entries.bit(offset + 4, 6);
+  service.NumberComponents = static_cast<uint8_t>(entries.field(offset + 5, 0, 4));
+  service.CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
+  service.local = entries.bit(offset + 5, 7);
+  service.SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
+  std::copy_n(list.data + offset + 8, service.Label.size(), service.Label.begin());
+
+  if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
+  service.components = list.data + offset + entry_header;
+  service.components_size = static_cast<uint16_t>(list.size - offset - entry_header);
+  return 0;
+}
+
 }  // namespace
 
 int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
@@ -52,9 +97,10 @@ int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
   json_number(ss, "NumberServices", num_services);
   json_raw(ss, "\"ServiceList\": [\n");
   Si468x_service_data service;
+  size_t offset = 0;
   for (uint8_t i = 0; i < num_services; ++i) {
     // A service that cannot be decoded is written as the last one that could, so that the count stays true.
-    static_cast<void>(service.get_service(this, i));
+    if (i == 0 || next_entry(*this, offset) == 0) static_cast<void>(decode_entry(*this, offset, service));
     service.json_print_data(ss, i);
     if (i + 1 < num_services) json_raw(ss, ",");
   }
@@ -62,47 +108,12 @@ int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
   return 0;
 }
 
-// Service entry
-//   bytes 0-3    service id
-//   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
-//   byte 5       lCCCNNNN   l local, C CA id, N number of components
-//   byte 6       ....SSSS   S character set
-//   bytes 8-23   label
-//   bytes 24-    components, 4 bytes each
 int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list, uint8_t index) {
   if (index >= list->num_services) return Si468x_failure(-6, 27);
-  const Bytes_view entries({list->data, list->size});
   size_t offset = 0;
-  for (uint8_t i = 0; i < index; ++i) {
-    if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
-    const size_t length = entry_length(entries, offset);
-    if (!entries.holds(offset, length)) return Si468x_failure(-4, 227);
-    offset += length;
-  }
-  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 327);
-
-  ServId = entries.u32(offset);
-  AudioOrDataFlag = entries.bit(offset + 4, 0);
-  if (AudioOrDataFlag != 0) {
-    ServRef = ServId & 0xFFFFF;
-    CountryID = (ServId >> 20) & 0x0F;
-    ECC = static_cast<uint8_t>(ServId >> 24);
-  } else {
-    ServRef = ServId & 0x0FFF;
-    CountryID = (ServId >> 12) & 0x0F;
-  }
-  ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
-  LinkingInfo = entries.bit(offset + 4, 6);
-  NumberComponents = static_cast<uint8_t>(entries.field(offset + 5, 0, 4));
-  CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
-  local = entries.bit(offset + 5, 7);
-  SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
-  std::copy_n(list->data + offset + 8, Label.size(), Label.begin());
-
-  if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
-  components = list->data + offset + entry_header;
-  components_size = static_cast<uint16_t>(list->size - offset - entry_header);
-  return 0;
+  for (uint8_t i = 0; i < index; ++i)
+    if (const int16_t r = next_entry(*list, offset); r != 0) return r;
+  return decode_entry(*list, offset, *this);
 }
 
 int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service_no) const {
