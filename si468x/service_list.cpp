@@ -92,20 +92,22 @@ int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
 void Si468x_digital_service_list::clean() { *this = {}; }
 
 int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
-  json_raw(ss, "\"DigitalServiceList\": {\n");
-  json_number(ss, "ServiceListVersion", version);
-  json_number(ss, "NumberServices", num_services);
-  json_raw(ss, "\"ServiceList\": [\n");
+  Json_text json(ss);
+  json.raw("\"DigitalServiceList\": {\n");
+  json.number("ServiceListVersion", version);
+  json.number("NumberServices", num_services);
+  json.raw("\"ServiceList\": [\n");
   Si468x_service_data service;
   size_t offset = 0;
   for (uint8_t i = 0; i < num_services; ++i) {
     // A service that cannot be decoded is written as the last one that could, so that the count stays true.
     if (i == 0 || next_entry(*this, offset) == 0) static_cast<void>(decode_entry(*this, offset, service));
+    json.write();
     service.json_print_data(ss, i);
-    if (i + 1 < num_services) json_raw(ss, ",");
+    if (i + 1 < num_services) json.raw(",");
   }
-  json_raw(ss, "]\n}");
-  return 0;
+  json.raw("]\n}");
+  return json.write();
 }
 
 int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list, uint8_t index) {
@@ -117,31 +119,33 @@ int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list
 }
 
 int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service_no) const {
-  json_raw(ss, "{\n");
-  json_number(ss, "ServiceNo", service_no);
-  json_number(ss, "ServId", ServId);
-  json_number(ss, "AudioOrDataFlag", AudioOrDataFlag);
-  json_number(ss, "ServRef", ServRef);
-  json_number(ss, "CountryID", CountryID);
-  if (AudioOrDataFlag == 1) json_number(ss, "ECC", ECC);
-  json_number(ss, "ProgramType", ProgramType);
-  json_number(ss, "LinkingInfo", LinkingInfo);
-  json_number(ss, "NumberComponents", NumberComponents);
-  json_number(ss, "CAId", CAId);
-  json_number(ss, "local", local);
-  json_number(ss, "SICharset", SICharset);
-  json_raw(ss, "\"Label\": \"");
-  json_raw(ss, {reinterpret_cast<const char*>(Label.data()), Label.size()});
-  json_raw(ss, "\",\n\"ComponentList\": [\n");
+  Json_text json(ss);
+  json.raw("{\n");
+  json.number("ServiceNo", service_no);
+  json.number("ServId", ServId);
+  json.number("AudioOrDataFlag", AudioOrDataFlag);
+  json.number("ServRef", ServRef);
+  json.number("CountryID", CountryID);
+  if (AudioOrDataFlag == 1) json.number("ECC", ECC);
+  json.number("ProgramType", ProgramType);
+  json.number("LinkingInfo", LinkingInfo);
+  json.number("NumberComponents", NumberComponents);
+  json.number("CAId", CAId);
+  json.number("local", local);
+  json.number("SICharset", SICharset);
+  json.raw("\"Label\": \"");
+  json.raw({reinterpret_cast<const char*>(Label.data()), Label.size()});
+  json.raw("\",\n\"ComponentList\": [\n");
   Si468x_DAB_component component;
   for (uint8_t j = 0; j < NumberComponents; ++j) {
     // As with services: what cannot be decoded is written as the last one that could.
     static_cast<void>(component.get_component(this, j));
+    json.write();
     component.json_print_data(ss, j);
-    if (j + 1 < NumberComponents) json_raw(ss, ",");
+    if (j + 1 < NumberComponents) json.raw(",");
   }
-  json_raw(ss, "]\n}");
-  return 0;
+  json.raw("]\n}");
+  return json.write();
 }
 
 // Component
@@ -176,26 +180,27 @@ int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, 
 }
 
 int Si468x_DAB_component::json_print_data(std::stringstream& ss, uint16_t component_no) const {
-  json_raw(ss, "{\n");
-  json_number(ss, "ComponentNo", component_no);
-  json_number(ss, "comp_ID", comp_ID);
-  json_number(ss, "TMID", TMID);
+  Json_text json(ss);
+  json.raw("{\n");
+  json.number("ComponentNo", component_no);
+  json.number("comp_ID", comp_ID);
+  json.number("TMID", TMID);
   switch (TMID) {
     case 2:
-      json_number(ss, "FIDCId", FIDCId);
+      json.number("FIDCId", FIDCId);
       break;
     case 3:
-      json_number(ss, "SCId", SCId);
-      json_number(ss, "DGFlag", DGFlag);
+      json.number("SCId", SCId);
+      json.number("DGFlag", DGFlag);
       break;
     default:
-      json_number(ss, "SubChId", SubChId);
+      json.number("SubChId", SubChId);
       break;
   }
-  json_number(ss, "CA_flag", CA_flag);
-  json_number(ss, "ps", ps);
-  json_number(ss, "ASCTyDSCTy", ASCTyDSCTy);
-  json_number(ss, "muA_info_valid", muA_info_valid, "\n");
-  json_raw(ss, "}");
-  return 0;
+  json.number("CA_flag", CA_flag);
+  json.number("ps", ps);
+  json.number("ASCTyDSCTy", ASCTyDSCTy);
+  json.number("muA_info_valid", muA_info_valid, "\n");
+  json.raw("}");
+  return json.write();
 }
