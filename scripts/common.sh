@@ -6,6 +6,7 @@ jobs=$(nproc)
 
 build_packages="g++ make cmake libbcm2835-dev nlohmann-json3-dev"
 test_packages="libgtest-dev python3-cram"
+bench_packages="libbenchmark-dev rapidjson-dev valgrind"
 
 # install PACKAGE...: installs those of Debian's packages that are missing, or ends with one clear line.
 install() {

@@ -51,8 +51,9 @@ void Si468x_DAB_digrad_status::print_data() const {
 }
 
 int Si468x_DAB_digrad_status::json_print_data(std::stringstream& ss) const {
-  json_raw(ss, "\"DigradStatus\": {\n");
-  json_fields(ss, *this, status_fields);
-  json_raw(ss, "}");
-  return 0;
+  Json_text json(ss);
+  json.raw("\"DigradStatus\": {\n");
+  json_fields(json, *this, status_fields);
+  json.raw("}");
+  return json.write();
 }

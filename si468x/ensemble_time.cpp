@@ -38,8 +38,9 @@ int Si468x_time::print_data() const {
 }
 
 int Si468x_time::json_print_data(std::stringstream& ss) const {
-  json_raw(ss, "\"ensembleTime\": {\n");
-  json_fields(ss, *this, time_fields);
-  json_raw(ss, "}\n");
-  return 0;
+  Json_text json(ss);
+  json.raw("\"ensembleTime\": {\n");
+  json_fields(json, *this, time_fields);
+  json.raw("}\n");
+  return json.write();
 }

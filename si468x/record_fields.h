@@ -53,6 +53,6 @@ void print_fields(const Record& record, const Field<Record> (&fields)[count]) {
 
 /// The members, one per line; no comma behind the last.
 template <typename Record, size_t count>
-void json_fields(std::stringstream& ss, const Record& record, const Field<Record> (&fields)[count]) {
-  for (const auto& f : fields) json_number(ss, f.key, f.load(record), &f == &fields[count - 1] ? "\n" : ",\n");
+void json_fields(Json_text& json, const Record& record, const Field<Record> (&fields)[count]) {
+  for (const auto& f : fields) json.number(f.key, f.load(record), &f == &fields[count - 1] ? "\n" : ",\n");
 }

@@ -25,6 +25,51 @@ size_t entry_length(const Bytes_view& entries, size_t offset) {
   return entry_header + component_length * entries.field(offset + 5, 0, 4);
 }
 
+// Steps from the entry at `offset` to the one behind it; `offset` stays where it is when that cannot be done.
+int16_t next_entry(const Si468x_digital_service_list& list, size_t& offset) {
+  const Bytes_view entries({list.data, list.size});
+  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
+  const size_t length = entry_length(entries, offset);
+  if (!entries.holds(offset, length)) return Si468x_failure(-4, 227);
+  offset += length;
+  return 0;
+}
+
+// Service entry
+//   bytes 0-3    service id
+//   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
+//   byte 5       lCCCNNNN   l local, C CA id, N number of components
+//   byte 6       ....SSSS   S character set
+//   bytes 8-23   label
+//   bytes 24-    components, 4 bytes each
+int16_t decode_entry(const Si468x_digital_service_list& list, size_t offset, Si468x_service_data& service) {
+  const Bytes_view entries({list.data, list.size});
+  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 327);
+
+  service.ServId = entries.u32(offset);
+  service.AudioOrDataFlag = entries.bit(offset + 4, 0);
+  if (service.AudioOrDataFlag != 0) {
+    service.ServRef = service.ServId & 0xFFFFF;
+    service.CountryID = (service.ServId >> 20) & 0x0F;
+    service.ECC = static_cast<uint8_t>(service.ServId >> 24);
+  } else {
+    service.ServRef = service.ServId & 0x0FFF;
+    service.CountryID = (service.ServId >> 12) & 0x0F;
+  }
+  service.ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
+  service.LinkingInfo = entries.bit(offset + 4, 6);
+  service.NumberComponents = static_cast<uint8_t>(entries.field(offset + 5, 0, 4));
+  service.CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
+  service.local = entries.bit(offset + 5, 7);
+  service.SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
+  std::copy_n(list.data + offset + 8, service.Label.size(), service.Label.begin());
+
+  if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
+  service.components = list.data + offset + entry_header;
+  service.components_size = static_cast<uint16_t>(list.size - offset - entry_header);
+  return 0;
+}
+
 }  // namespace
 
 int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
@@ -47,90 +92,60 @@ int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
 void Si468x_digital_service_list::clean() { *this = {}; }
 
 int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
-  json_raw(ss, "\"DigitalServiceList\": {\n");
-  json_number(ss, "ServiceListVersion", version);
-  json_number(ss, "NumberServices", num_services);
-  json_raw(ss, "\"ServiceList\": [\n");
+  Json_text json(ss);
+  json.raw("\"DigitalServiceList\": {\n");
+  json.number("ServiceListVersion", version);
+  json.number("NumberServices", num_services);
+  json.raw("\"ServiceList\": [\n");
   Si468x_service_data service;
+  size_t offset = 0;
   for (uint8_t i = 0; i < num_services; ++i) {
     // A service that cannot be decoded is written as the last one that could, so that the count stays true.
-    static_cast<void>(service.get_service(this, i));
+    if (i == 0 || next_entry(*this, offset) == 0) static_cast<void>(decode_entry(*this, offset, service));
+    json.write();
     service.json_print_data(ss, i);
-    if (i + 1 < num_services) json_raw(ss, ",");
+    if (i + 1 < num_services) json.raw(",");
   }
-  json_raw(ss, "]\n}");
-  return 0;
+  json.raw("]\n}");
+  return json.write();
 }
 
-// Service entry
-//   bytes 0-3    service id
-//   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
-//   byte 5       lCCCNNNN   l local, C CA id, N number of components
-//   byte 6       ....SSSS   S character set
-//   bytes 8-23   label
-//   bytes 24-    components, 4 bytes each
 int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list, uint8_t index) {
   if (index >= list->num_services) return Si468x_failure(-6, 27);
-  const Bytes_view entries({list->data, list->size});
   size_t offset = 0;
-  for (uint8_t i = 0; i < index; ++i) {
-    if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
-    const size_t length = entry_length(entries, offset);
-    if (!entries.holds(offset, length)) return Si468x_failure(-4, 227);
-    offset += length;
-  }
-  if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 327);
-
-  ServId = entries.u32(offset);
-  AudioOrDataFlag = entries.bit(offset + 4, 0);
-  if (AudioOrDataFlag != 0) {
-    ServRef = ServId & 0xFFFFF;
-    CountryID = (ServId >> 20) & 0x0F;
-    ECC = static_cast<uint8_t>(ServId >> 24);
-  } else {
-    ServRef = ServId & 0x0FFF;
-    CountryID = (ServId >> 12) & 0x0F;
-  }
-  ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
-  LinkingInfo = entries.bit(offset + 4, 6);
-  NumberComponents = static_cast<uint8_t>(entries.field(offset + 5, 0, 4));
-  CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
-  local = entries.bit(offset + 5, 7);
-  SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
-  std::copy_n(list->data + offset + 8, Label.size(), Label.begin());
-
-  if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
-  components = list->data + offset + entry_header;
-  components_size = static_cast<uint16_t>(list->size - offset - entry_header);
-  return 0;
+  for (uint8_t i = 0; i < index; ++i)
+    if (const int16_t r = next_entry(*list, offset); r != 0) return r;
+  return decode_entry(*list, offset, *this);
 }
 
 int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service_no) const {
-  json_raw(ss, "{\n");
-  json_number(ss, "ServiceNo", service_no);
-  json_number(ss, "ServId", ServId);
-  json_number(ss, "AudioOrDataFlag", AudioOrDataFlag);
-  json_number(ss, "ServRef", ServRef);
-  json_number(ss, "CountryID", CountryID);
-  if (AudioOrDataFlag == 1) json_number(ss, "ECC", ECC);
-  json_number(ss, "ProgramType", ProgramType);
-  json_number(ss, "LinkingInfo", LinkingInfo);
-  json_number(ss, "NumberComponents", NumberComponents);
-  json_number(ss, "CAId", CAId);
-  json_number(ss, "local", local);
-  json_number(ss, "SICharset", SICharset);
-  json_raw(ss, "\"Label\": \"");
-  json_raw(ss, {reinterpret_cast<const char*>(Label.data()), Label.size()});
-  json_raw(ss, "\",\n\"ComponentList\": [\n");
+  Json_text json(ss);
+  json.raw("{\n");
+  json.number("ServiceNo", service_no);
+  json.number("ServId", ServId);
+  json.number("AudioOrDataFlag", AudioOrDataFlag);
+  json.number("ServRef", ServRef);
+  json.number("CountryID", CountryID);
+  if (AudioOrDataFlag == 1) json.number("ECC", ECC);
+  json.number("ProgramType", ProgramType);
+  json.number("LinkingInfo", LinkingInfo);
+  json.number("NumberComponents", NumberComponents);
+  json.number("CAId", CAId);
+  json.number("local", local);
+  json.number("SICharset", SICharset);
+  json.raw("\"Label\": \"");
+  json.raw({reinterpret_cast<const char*>(Label.data()), Label.size()});
+  json.raw("\",\n\"ComponentList\": [\n");
   Si468x_DAB_component component;
   for (uint8_t j = 0; j < NumberComponents; ++j) {
     // As with services: what cannot be decoded is written as the last one that could.
     static_cast<void>(component.get_component(this, j));
+    json.write();
     component.json_print_data(ss, j);
-    if (j + 1 < NumberComponents) json_raw(ss, ",");
+    if (j + 1 < NumberComponents) json.raw(",");
   }
-  json_raw(ss, "]\n}");
-  return 0;
+  json.raw("]\n}");
+  return json.write();
 }
 
 // Component
@@ -165,26 +180,27 @@ int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, 
 }
 
 int Si468x_DAB_component::json_print_data(std::stringstream& ss, uint16_t component_no) const {
-  json_raw(ss, "{\n");
-  json_number(ss, "ComponentNo", component_no);
-  json_number(ss, "comp_ID", comp_ID);
-  json_number(ss, "TMID", TMID);
+  Json_text json(ss);
+  json.raw("{\n");
+  json.number("ComponentNo", component_no);
+  json.number("comp_ID", comp_ID);
+  json.number("TMID", TMID);
   switch (TMID) {
     case 2:
-      json_number(ss, "FIDCId", FIDCId);
+      json.number("FIDCId", FIDCId);
       break;
     case 3:
-      json_number(ss, "SCId", SCId);
-      json_number(ss, "DGFlag", DGFlag);
+      json.number("SCId", SCId);
+      json.number("DGFlag", DGFlag);
       break;
     default:
-      json_number(ss, "SubChId", SubChId);
+      json.number("SubChId", SubChId);
       break;
   }
-  json_number(ss, "CA_flag", CA_flag);
-  json_number(ss, "ps", ps);
-  json_number(ss, "ASCTyDSCTy", ASCTyDSCTy);
-  json_number(ss, "muA_info_valid", muA_info_valid, "\n");
-  json_raw(ss, "}");
-  return 0;
+  json.number("CA_flag", CA_flag);
+  json.number("ps", ps);
+  json.number("ASCTyDSCTy", ASCTyDSCTy);
+  json.number("muA_info_valid", muA_info_valid, "\n");
+  json.raw("}");
+  return json.write();
 }

@@ -1,0 +1,291 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Measures the built programs and writes docs/performance.md. Started by scripts/bench, in the project's root.
+import datetime
+import json
+import math
+import os
+import pathlib
+import platform
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import textwrap
+import time
+
+BUILD = pathlib.Path("build").resolve()
+KELVO, SIM = BUILD / "kelvo", BUILD / "kelvo-sim"
+BUS, BESIDE = BUILD / "bench/kelvo-bench-bus", BUILD / "bench/kelvo-bench-beside"
+IMAGES = 5796 + 521448 + 530180
+
+work = pathlib.Path(tempfile.mkdtemp(prefix="kelvo-bench-"))
+document = []
+missed = []
+
+
+def say(*lines):
+    for line in lines:
+        print(line, flush=True)
+        document.append(line)
+
+
+def section(title, text):
+    say(title, "", *textwrap.wrap(" ".join(text.split()), 120, break_on_hyphens=False), "")
+
+
+def table(head, *rows):
+    say("| " + " | ".join(head) + " |", "|---" + "|--:" * (len(head) - 1) + "|")
+    for row in rows:
+        say("| " + " | ".join(f"{cell:,}" if isinstance(cell, int) else str(cell) for cell in row) + " |")
+    say("")
+
+
+def want(what, met):
+    """A figure that is to hold: the word for the table, and a line at the end when it does not."""
+    if not met:
+        missed.append(what)
+    return "yes" if met else "NO"
+
+
+def run(command, environment=None):
+    done = subprocess.run([str(word) for word in command], cwd=work, env={**os.environ, **(environment or {})},
+                          stdin=subprocess.DEVNULL, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit(f"scripts/bench: {' '.join(map(str, command))}: exit status {done.returncode}\n{done.stderr}".rstrip())
+    return done
+
+
+# ---- The simulated board ------------------------------------------------------------------------------------------
+
+def board(broadcast=None):
+    """The environment of a run of kelvo-sim that starts on a booted board, or on one in reset."""
+    state = work / "board.json"
+    state.unlink(missing_ok=True)
+    if (work / "booted.json").exists():
+        shutil.copy(work / "booted.json", state)
+    environment = {"KELVO_SIM_STATE": str(state), "KELVO_SIM_BROADCAST": "", "KELVO_SIM_TRACE": ""}
+    if broadcast is not None:
+        (work / "air.json").write_text(json.dumps({**broadcast, "chip": {"always_ready": True}}))
+        environment["KELVO_SIM_BROADCAST"] = str(work / "air.json")
+    return environment
+
+
+def ensemble(index, services, components=1):
+    entries = [{"id": 4096 + i, "label": f"Programme {i}",
+                "components": [{"tmid": 0, "subchannel": i % 64, "type": 63}] * components} for i in range(services)]
+    return {"index": index, "signal": {"rssi": 40, "fic_quality": 100}, "lists": [{"version": 1, "services": entries}]}
+
+
+def bus_bytes(options, environment):
+    run([SIM, *options], {**environment, "KELVO_SIM_TRACE": str(work / "trace")})
+    status_read = 7  # of every run, before its actions
+    return int(re.search(r"total bytes (\d+)", (work / "trace").read_text())[1]) - status_read
+
+
+# ---- Counting instructions ----------------------------------------------------------------------------------------
+
+# What the simulated board answers in place of the bcm2835 library.
+LIBRARY = re.compile(r"bcm2835_(peri_\w+|gpio_\w+|delay\w*|init|close|spi_(begin|end|set\w+|chipSelect|transfern))$")
+
+
+def count(command, *, function=None, at_start=True, environment=None):
+    """Instructions in user space: all, without those of the simulated board, and those of the split transfer itself.
+    Counted from the start, inside `function`, or where the program switches counting on."""
+    profile = work / "profile"
+    options = ["--tool=callgrind", "--compress-strings=no", "--compress-pos=no", f"--callgrind-out-file={profile}"]
+    if function:
+        options.append(f"--toggle-collect={function}")
+    elif not at_start:
+        options.append("--collect-atstart=no")
+    run(["valgrind", *options, *command], {"LD_BIND_NOW": "" if at_start and not function else "1",
+                                           **(environment or {})})
+    total = library = split = 0
+    caller = callee = ""
+    called = False  # the next line is the cost of a call
+    with open(profile) as lines:
+        for line in lines:
+            if line.startswith("fn="):
+                caller = line[3:].strip()
+            elif line.startswith("cfn="):
+                callee = line[4:].strip()
+            elif line.startswith("calls="):
+                called = True
+            elif line.startswith("totals:"):
+                total = int(line.split()[1])
+            elif line[:1].isdigit():
+                cost = int(line.split()[1])
+                if called and LIBRARY.match(callee) and not LIBRARY.match(caller):
+                    library += cost
+                if not called and caller.startswith("bcm2835_spi_transfernb_noCS"):
+                    split += cost
+                called = False
+    return total, total - library, split
+
+
+def exponent(points):
+    xs, ys = [math.log(n) for n, _ in points], [math.log(cost) for _, cost in points]
+    mx, my = sum(xs) / len(xs), sum(ys) / len(ys)
+    return sum((x - mx) * (y - my) for x, y in zip(xs, ys)) / sum((x - mx) ** 2 for x in xs)
+
+
+# ---- Sections -----------------------------------------------------------------------------------------------------
+
+def head():
+    compiler, counter = (run([tool, "--version"]).stdout.splitlines()[0] for tool in ("g++", "valgrind"))
+    section("# Performance", f"""
+        Made by `scripts/bench` on {datetime.date.today()} with {compiler} on {platform.machine()}, optimised build.
+        Instructions are those in user space, counted by callgrind ({counter}). Ratios are taken in one run. Figures that
+        depend on the machine come last.""")
+
+
+def bus():
+    section("## Bus", """
+        On the simulated board's clock, with a chip that is always ready, at 7.8125 MHz (1.024 µs a byte). *Least* is
+        computed from the bytes of the commands and replies, one look for clear-to-send each, and the fixed waits alone;
+        where the chip's own time is polled for, with the times of the simulated chip (a tune 180 ms with a signal and
+        250 ms without, a service list 450 ms later). The ensembles of the scans carry 20 services of one component. The
+        test `Bus.CostsNoMoreThanFixedBytesAndWaits` holds every row to it.""")
+    say(*run([BUS]).stdout.splitlines(), "")
+
+
+def processor():
+    transferred = bus_bytes(["-b", "D"], board({}))
+    _, boot_own, boot_split = count([SIM, "-b", "D"], function="power_up_and_load_fw*", environment=board({}))
+    run([SIM, "-b", "D"], board())
+    shutil.copy(work / "board.json", work / "booted.json")
+    eight = {"ensembles": [ensemble(i, 20) for i in range(8)]}
+    scanned = bus_bytes(["-u"], board(eight))
+    _, scan_own, _ = count([SIM, "-u"], function="dab_full_scan*", environment=board(eight))
+    section("## Processor", """
+        The boot and the scan of 8 ensembles from above, as runs of `kelvo-sim`. Counted is the program's own code,
+        without the simulated board: split transfer, staging, decoding; in the scan, which needs no split transfer, also
+        its lines and its file.""")
+    table(["", "Bus bytes", "Instructions", "Per byte"],
+          ["boot, DAB", transferred, boot_own, f"{boot_own / transferred:.1f}"],
+          ["of these in the split transfer's loop", "", boot_split, f"{boot_split / transferred:.1f}"],
+          ["scan, ensembles: 8", scanned, scan_own, f"{scan_own / scanned:.1f}"])
+
+
+def pieces():
+    names = ["split_transfer", "one_call_transfer", "driver_json", "rapidjson_json", "rapidjson_compact_json",
+             "nlohmann_json"]
+    cost = {name: count([BESIDE, name], at_start=False)[0] for name in names}
+    section("### Split transfer", """
+        4096 bytes beside the bcm2835 library's one call, both on registers that are always ready. The loops are the
+        same; the split one calls the library's register access for each access, the library has it inlined. It stays so:
+        the registers are the library's, and a byte takes the bus 1024 ns.""")
+    table(["Transfer of 4096 bytes", "Instructions", "Ours to it"],
+          ["split transfer", cost["split_transfer"], "1.00"],
+          ["`bcm2835_spi_transfern`", cost["one_call_transfer"],
+           f"{cost['split_transfer'] / cost['one_call_transfer']:.2f}"])
+
+    def row(what, name):
+        wanted = want(f"JSON beside {what}", cost["driver_json"] <= cost[name]) if "rapidjson" in name else ""
+        return [what, cost[name], f"{cost['driver_json'] / cost[name]:.2f}", wanted]
+
+    section("### Service list as JSON", """
+        A list of 145 services with one component each, from the bytes of the chip's reply; the others start from decoded
+        records. All write the same members and values. They break lines elsewhere (ours puts `},{` on one line),
+        RapidJSON's Writer nowhere, which makes its text shorter. What is left is nearly all copying of keys and
+        digits.""")
+    table(["Writer", "Instructions", "Ours to it", "Not more, as wanted"], row("driver", "driver_json"),
+          row("RapidJSON PrettyWriter, no indent", "rapidjson_json"),
+          row("RapidJSON Writer, compact", "rapidjson_compact_json"),
+          row("nlohmann ordered_json, dump(0)", "nlohmann_json"))
+
+
+def start_up():
+    ours = count([KELVO, "--version"])[0]
+    section("## Start-up", """
+        `--version`, from the dynamic loader's first instruction. The C++ library is linked into `kelvo`
+        (`KELVO_STATIC_RUNTIME`), since binding the shared one alone takes more than flashrom's whole start. gpiodetect
+        is plain C with one small library.""")
+    rows = [["kelvo", ours, "1.00", ""]]
+    for name in ["gpiodetect", "v4l2-ctl", "flashrom"]:
+        cost = count([name, "--version"])[0]
+        wanted = want(f"start-up beside {name}", ours < cost) if name != "gpiodetect" else ""
+        rows.append([name, cost, f"{ours / cost:.2f}", wanted])
+    table(["Program", "Instructions", "Ours to it", "Less, as wanted"], *rows)
+
+
+def growth():
+    scans = []
+    for n in [1, 2, 5, 10, 20, 41]:
+        air = {"frequencies": [174928 + 1712 * i for i in range(n)], "ensembles": [ensemble(i, 20) for i in range(n)]}
+        scans.append((n, count([SIM, "-u"], function="dab_full_scan*", environment=board(air))[1]))
+    lists = []
+    for n in [1, 2, 5, 10, 20, 50, 100, 145, 169]:
+        air = {"ensembles": [ensemble(1, n, components=0)]}
+        own = count([SIM, "-f", "1", "-g"], function="Si468x_digital_service_list::*", environment=board(air))[1]
+        lists.append((n, own))
+    section("## Growth", """
+        The program's own instructions against size, and the exponent of the fitted power (1 is linear). Every frequency
+        of these scans carries an ensemble of 20 services; the scan file always has 41 entries, which is what a short
+        scan costs. The lists are read and written as JSON; their services have no components, so that 169 fit.""")
+    for what, points in [("Scan, frequencies", scans), ("Service list, services", lists)]:
+        table([what, *[str(n) for n, _ in points], "Exponent"],
+              ["instructions", *[cost for _, cost in points], f"{exponent(points):.2f}"],
+              ["for each", *[cost // n for n, cost in points], ""])
+
+
+def memory():
+    timed = run(["/usr/bin/time", "-f", "%M", SIM, "-u"], board())
+    peak = int(timed.stderr.split()[-1]) * 1024
+
+    def stripped(program):
+        run(["strip", "-o", work / "stripped", program])
+        return (work / "stripped").stat().st_size - IMAGES
+
+    section("## Memory and size", f"""
+        Peak resident memory (`/usr/bin/time`, maximum resident set) of a scan of the built-in broadcast, and the sizes
+        of the stripped programs without the {IMAGES:,} bytes of firmware images.""")
+    table(["", "Bytes", "Under 6 MB, as wanted"],
+          ["peak of a full scan, kelvo-sim", peak, want("memory of a full scan", peak < 6_000_000)],
+          ["kelvo, with the C++ library in it", stripped(KELVO), ""], ["kelvo-sim", stripped(SIM), ""])
+
+
+def times():
+    def best(options):
+        spans = []
+        for _ in range(20):
+            environment = board()
+            start = time.perf_counter()
+            run([SIM, *options], environment)
+            spans.append(time.perf_counter() - start)
+        return f"{min(spans) * 1000:.1f} ms"
+
+    section("## Times on this machine", """
+        The whole run of `kelvo-sim` with the built-in broadcast, process included, best of 20; medians of processor time
+        by Google Benchmark, the pieces in turn.""")
+    table(["Run", "Wall time"], ["boot, DAB", best(["-b", "D"])], ["full scan", best(["-u"])])
+    found = json.loads(run([BESIDE, "--benchmark_format=json", "--benchmark_min_time=0.05",
+                            "--benchmark_repetitions=15", "--benchmark_enable_random_interleaving=true",
+                            "--benchmark_report_aggregates_only=true"]).stdout)
+    median = {entry["run_name"]: entry["cpu_time"] / 1000 for entry in found["benchmarks"]
+              if entry["aggregate_name"] == "median"}
+
+    def row(what, name, ours):
+        return [what, f"{median[name]:.0f} µs", f"{median[ours] / median[name]:.2f}"]
+
+    table(["Piece", "Time", "Ours to it"], row("split transfer", "split_transfer", "split_transfer"),
+          row("`bcm2835_spi_transfern`", "one_call_transfer", "split_transfer"),
+          row("JSON, driver", "driver_json", "driver_json"),
+          row("JSON, RapidJSON PrettyWriter", "rapidjson_json", "driver_json"),
+          row("JSON, RapidJSON Writer, compact", "rapidjson_compact_json", "driver_json"),
+          row("JSON, nlohmann", "nlohmann_json", "driver_json"))
+
+
+try:
+    for part in (head, bus, processor, pieces, start_up, growth, memory, times):
+        part()
+except OSError as error:
+    sys.exit(f"scripts/bench: {error}")
+finally:
+    shutil.rmtree(work)
+while document[-1] == "":
+    document.pop()
+pathlib.Path("docs/performance.md").write_text("\n".join(document) + "\n")
+for what in missed:
+    print(f"scripts/bench: not as wanted: {what}", file=sys.stderr)
+sys.exit(1 if missed else 0)
