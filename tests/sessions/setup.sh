@@ -12,8 +12,12 @@ air() {
   } >"$KELVO_SIM_BROADCAST"
 }
 
-# run OPTION...: what the program says after its start lines.
-run() { kelvo-sim "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; }
+# run OPTION...: what the program says after its start lines, and its exit status unless that is 0.
+run() {
+  kelvo-sim "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'
+  said ${PIPESTATUS[0]}
+}
+said() { [ "$1" = 0 ] || echo "= $1"; }
 
 # wire OPTION...: the same, and between its texts what happens on the board: commands with their bytes, reads with their
 # lengths, waits in microseconds, pins.
@@ -23,6 +27,7 @@ wire() {
     sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|mistake|total) /\1 /
             s/(.*[]}]) +[0-9]+\.[0-9]+ (spi|total) /\1\n\2 /' |
     sed -E '/^total/d; s/^spi RD_REPLY ([0-9]+) .*/read \1/; s/^spi ([A-Z_]+) [0-9]+ > (.*) <.*/\1 \2/'
+  said ${PIPESTATUS[0]}
 }
 
 air

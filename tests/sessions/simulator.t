@@ -30,6 +30,7 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
   $ run -b D | sed "s|$PWD/||"
   kelvo-sim: air.json: /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
+  = 2
   $ KELVO_SIM_BROADCAST=none.json kelvo-sim -b D > /dev/null
   kelvo-sim: none.json: cannot be opened
   [2]
