@@ -21,6 +21,11 @@ TEST_F(Dab_running, EachWayAPropertyFailsHasItsCode) {
     EXPECT_EQ(Si468x_set_property(property), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.code);
   }
+  board.clear_faults();
+  EXPECT_EQ(Si468x_set_property(property), 0);
+  uint16_t read[2] = {0x0300, 0};
+  EXPECT_EQ(Si468x_get_property(read), 0);
+  EXPECT_EQ(read[1], 41);
   uint16_t unknown[2] = {0x7777, 0xABCD};
   EXPECT_EQ(Si468x_get_property(unknown), -2);
   EXPECT_EQ(Si468x_ErrorCode, 17U);
