@@ -129,7 +129,7 @@ class Qualify : public Dab_running {
     board.fault(
         {.command = "DAB_DIGRAD_STATUS", .occurrence = 1, .reply = Byte_string{0, states, 38, 14, fic_quality}});
   }
-  size_t polls() const {
+  uint64_t polls() const {
     const auto& commands = board.totals().commands;
     const auto found = commands.find("DAB_GET_EVENT_STATUS");
     return found == commands.end() ? 0 : found->second;
