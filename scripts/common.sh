@@ -9,6 +9,7 @@ test_packages="libgtest-dev python3-cram"
 bench_packages="libbenchmark-dev rapidjson-dev valgrind"
 
 # install PACKAGE...: installs those of Debian's packages that are missing, or ends with one clear line.
+# NAME:ARCHITECTURE is a package of another processor.
 install() {
   missing=""
   for package in "$@"; do
@@ -22,6 +23,9 @@ install() {
     command -v sudo >/dev/null || { echo "$0: run it as root once, to install:$missing" >&2; exit 1; }
   fi
   echo "Installing$missing"
+  for package in $missing; do
+    case $package in *:*) $as_root dpkg --add-architecture "${package#*:}" ;; esac
+  done
   # An index that is stale may still know the packages.
   $as_root apt-get update >/dev/null 2>&1 || true
   why=$($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing 2>&1 >/dev/null) ||

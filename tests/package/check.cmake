@@ -23,12 +23,12 @@ endforeach()
 set(ENV{KELVO_SIM_STATE} ${WORK_DIR}/board.json)
 foreach(broadcast ${broadcasts})
   execute_process(COMMAND ${CMAKE_COMMAND} -E env KELVO_SIM_BROADCAST=${broadcast}
-    ${WORK_DIR}/prefix/bin/kelvo-sim -b D -f 33 OUTPUT_VARIABLE output)
+    ${EMULATOR} ${WORK_DIR}/prefix/bin/kelvo-sim -b D -f 33 OUTPUT_VARIABLE output)
   if(NOT output MATCHES "Tuned.")
     message(FATAL_ERROR "${broadcast}: ${output}")
   endif()
 endforeach()
 
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
-    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
+    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)

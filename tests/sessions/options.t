@@ -138,7 +138,9 @@ Help, version and errors come before the board is touched, and the start lines b
   Starting...kelvo DAB radio client
   kelvo 1.0.0
   kelvo 1.0.0
-  $ for wrong in -q --no-such -f 33; do kelvo-sim $wrong; echo "= $?"; done
+  $ for wrong in -q --no-such -f 33; do
+  >   kelvo-sim $wrong 2>&1 | sed 's|/.*/||'; said ${PIPESTATUS[0]}
+  > done
   Starting...kelvo DAB radio client
   kelvo 1.0.0
   kelvo-sim: invalid option -- 'q'
