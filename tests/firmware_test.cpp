@@ -2,7 +2,9 @@
 // Power-up, image download and boot, step by step.
 #include "firmware/firmware.h"
 
-#include <cstring>
+#include <unistd.h>
+
+#include <array>
 
 #include "tests/support.h"
 
@@ -120,6 +122,11 @@ TEST_F(Image_file, EachFailureHasItsCode) {
   EXPECT_EQ(Si468x_ErrorCode, 107U);
   EXPECT_EQ(Si468x_load_firmware(testing::TempDir().c_str()), -6);  // a folder opens, has a size and cannot be read
   EXPECT_TRUE(Si468x_ErrorCode == 1007 || Si468x_ErrorCode == 107) << Si468x_ErrorCode;
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);  // has no end to look for
+  EXPECT_EQ(Si468x_load_firmware(("/dev/fd/" + std::to_string(ends[0])).c_str()), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 107U);
+  for (const int end : ends) close(end);
   EXPECT_EQ(board.sent(), Frames{});
   write_file(path, std::string(5000, 'x'));
   board.fault({.command = "HOST_LOAD", .occurrence = 2, .cts_never = true});
