@@ -37,6 +37,13 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   $ [ -e board.json ]
   [1]
 
+A number beyond every range, which fuzzing found.
+
+  $ echo '{"time": {"year": 1e999}}' > air.json
+  $ run -b D | sed "s|$PWD/||"
+  kelvo-sim: air.json: a number is too large
+  = 2
+
 The file that docs/simulator.md shows can be used.
 
   $ sed -n '/^```json/,/^```/p' "$TESTDIR/../../docs/simulator.md" | sed '/^```/d' > air.json
