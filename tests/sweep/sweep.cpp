@@ -128,8 +128,10 @@ class Sweep {
     const bool ran_out = ended.allocations > number;
     constexpr std::string_view message = "kelvo: out of memory\n";
     std::string why = ended.status != 0 ? "exit status " + std::to_string(ended.status) : "";
-    if (ran_out && !output_.ends_with(message)) why = "said nothing";
-    if (ran_out) output_.resize(output_.size() - message.size());
+    if (ran_out && output_.ends_with(message))
+      output_.resize(output_.size() - message.size());
+    else if (ran_out)
+      why = "said nothing";
     if (why.empty()) why = wrong_in_texts();
     if (!why.empty()) report(out_of_memory, number, why);
     return ran_out;
@@ -168,7 +170,9 @@ class Sweep {
     const Ended ended = run_on(board, 0);
     if (!board.unmet_faults().empty()) return "the fault was not met";
     if (fault != nullptr && fault->bus == sim::Bus_fault::never_done)
-      return ended.hang.empty() ? "went on although the controller was never done" : "";
+      return board.totals().transactions + 1 == fault->transaction && !ended.hang.empty()
+                 ? ""
+                 : "went on although the controller was never done";
     if (!ended.hang.empty()) return ended.hang;
     if (ended.status != 0) return "exit status " + std::to_string(ended.status);
     if (board.chip_select_active()) return "chip select is left low";
@@ -236,10 +240,15 @@ unsigned number(const std::string& text) { return static_cast<unsigned>(std::str
 
 int repeat(const std::vector<std::string>& words) {
   Sweep sweep(named(lines, words[2]), number(words[1]));
-  if (words[3] == out_of_memory)
-    sweep.try_memory(number(words[4]));
-  else
-    sweep.try_fault(named(kinds, words[3]), number(words[4]));
+  const size_t at = number(words[4]);
+  if (words[3] == out_of_memory) {
+    sweep.try_memory(at);
+  } else if (const Kind& kind = named(kinds, words[3]); at >= 1 && at <= sweep.transactions()) {
+    sweep.try_fault(kind, at);
+  } else {
+    std::fprintf(stderr, "kelvo-sweep: transactions are from 1 to %zu\n", sweep.transactions());
+    return 1;
+  }
   std::fputs(sweep.output().c_str(), stderr);
   return sweep.failures();
 }
