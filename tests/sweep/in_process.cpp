@@ -18,8 +18,8 @@ int kelvo_main(int argc, char** argv);  // the program's main, which the build r
 
 namespace {
 
-// The program may end itself with exit. No destructor is due between there and the call of kelvo_main, so a jump may
-// leave its functions.
+// Where the program calls exit, a jump leads back here. It skips no destructor: between kelvo_main and that call no
+// function holds an object that has one.
 std::jmp_buf after_run;
 bool running = false;
 int exit_status = 0;

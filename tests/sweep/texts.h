@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Judges what a run with a fault has written: its numbers may be any, its lines and its JSON may not.
+// Judges what a run with a fault has written: numbers may have any value, but lines must be known and JSON well formed.
 #pragma once
 
 #include <string>
