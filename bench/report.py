@@ -187,8 +187,7 @@ def pieces():
     section("### Service list as JSON", """
         A list of 145 services with one component each, from the bytes of the chip's reply; the others start from decoded
         records. All write the same members and values. They break lines elsewhere (ours puts `},{` on one line),
-        RapidJSON's Writer nowhere, which makes its text shorter. What is left is nearly all copying of keys and
-        digits.""")
+        RapidJSON's Writer nowhere, which makes its text shorter.""")
     table(["Writer", "Instructions", "Ours to it", "Not more, as wanted"], row("driver", "driver_json"),
           row("RapidJSON PrettyWriter, no indent", "rapidjson_json"),
           row("RapidJSON Writer, compact", "rapidjson_compact_json"),
@@ -199,8 +198,7 @@ def start_up():
     ours = count([KELVO, "--version"])[0]
     section("## Start-up", """
         `--version`, from the dynamic loader's first instruction. The C++ library is linked into `kelvo`
-        (`KELVO_STATIC_RUNTIME`), since binding the shared one alone takes more than flashrom's whole start. gpiodetect
-        is plain C with one small library.""")
+        (`KELVO_STATIC_RUNTIME`), since binding the shared one would be most of the start. gpiodetect is plain C with one small library.""")
     rows = [["kelvo", ours, "1.00", ""]]
     for name in ["gpiodetect", "v4l2-ctl", "flashrom"]:
         cost = count([name, "--version"])[0]

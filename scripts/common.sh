@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Read by the other scripts. They all work from the project's root and stop at the first failure.
 set -eu
-cd "$(dirname "$0")/.."
+CDPATH= cd -- "$(dirname "$0")/.."
 jobs=$(nproc)
 
 build_packages="g++ make cmake libbcm2835-dev nlohmann-json3-dev"

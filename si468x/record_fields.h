@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <sstream>
 #include <type_traits>
 
 #include "si468x/json_text.h"

@@ -38,11 +38,13 @@ void Board::mistake(const std::string& what) { log_.mistake(clock_.now(), what);
 
 bool Board::open() {
   open_ = broadcast_.registers;
+  wire_.set_mapped(open_);
   return open_;
 }
 
 void Board::close() {
   open_ = false;
+  wire_.set_mapped(false);
   wire_.set_running(false);
 }
 

@@ -96,7 +96,6 @@ class Environment : public Board_log {
       complain(path + ": the trace cannot be written");
       return;
     }
-    trace_file_ << std::unitbuf;  // each line at once, so that /dev/stdout shows it between the program's own
     board_.add_log(trace_.emplace(trace_file_));
   }
 

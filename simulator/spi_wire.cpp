@@ -27,6 +27,7 @@ Spi_wire::Spi_wire(Chip& chip, Clock& clock, Faults& faults, Board_log& log)
 }
 
 std::string Spi_wire::setup_mistake(uint32_t control, uint32_t divider) const {
+  if (!mapped_) return "transfer before bcm2835_init";
   if (!running_) return "transfer before bcm2835_spi_begin";
   if (!msb_first_) return "transfer with the least significant bit first";
   if ((control & (BCM2835_SPI0_CS_CPOL | BCM2835_SPI0_CS_CPHA)) != 0) return "transfer in another SPI mode than 0";

@@ -25,6 +25,7 @@ class Spi_wire {
   void select_again();
   bool never_done() const;
 
+  void set_mapped(bool on) { mapped_ = on; }  ///< the registers, between bcm2835_init and bcm2835_close
   void set_running(bool on) { running_ = on; }
   bool running() const { return running_; }
   void set_bit_order(bool msb_first) { msb_first_ = msb_first; }
@@ -39,6 +40,7 @@ class Spi_wire {
   Faults& faults_;
   Board_log& log_;
 
+  bool mapped_ = false;
   bool running_ = false;  // between bcm2835_spi_begin and bcm2835_spi_end
   bool msb_first_ = true;
 

@@ -38,31 +38,30 @@ std::ostream& Trace::line(Time now, std::string_view kind) {
 
 void Trace::transaction(const Transaction& done) {
   line(done.start, "spi") << done.command << ' ' << done.sent.size() << " > " << hex(done.sent) << " < "
-                          << hex(done.received) << '\n';
+                          << hex(done.received) << std::endl;
 }
 
-void Trace::wait(Time now, Time span) { line(now, "wait") << microseconds(span) << '\n'; }
+void Trace::wait(Time now, Time span) { line(now, "wait") << microseconds(span) << std::endl; }
 
 void Trace::pin(Time now, unsigned number, std::string_view change) {
-  line(now, "pin") << number << ' ' << change << '\n';
+  line(now, "pin") << number << ' ' << change << std::endl;
 }
 
-void Trace::refused(Time now, const std::string& why) { line(now, "refused") << why << '\n'; }
+void Trace::refused(Time now, const std::string& why) { line(now, "refused") << why << std::endl; }
 
-void Trace::mistake(Time now, const std::string& what) { line(now, "mistake") << what << '\n'; }
+void Trace::mistake(Time now, const std::string& what) { line(now, "mistake") << what << std::endl; }
 
-void Trace::fault(Time now, const std::string& what) { line(now, "fault") << what << '\n'; }
+void Trace::fault(Time now, const std::string& what) { line(now, "fault") << what << std::endl; }
 
-void Trace::hang(Time now, const std::string& what) { line(now, "hang") << what << '\n'; }
+void Trace::hang(Time now, const std::string& what) { line(now, "hang") << what << std::endl; }
 
 void Trace::write_totals(Time now, const Totals& totals) {
-  line(now, "total") << "transactions " << totals.transactions << '\n';
-  line(now, "total") << "bytes " << totals.bytes << '\n';
-  line(now, "total") << "wire " << microseconds(totals.on_wire) << '\n';
-  line(now, "total") << "wait " << microseconds(totals.waited) << '\n';
+  line(now, "total") << "transactions " << totals.transactions << std::endl;
+  line(now, "total") << "bytes " << totals.bytes << std::endl;
+  line(now, "total") << "wire " << microseconds(totals.on_wire) << std::endl;
+  line(now, "total") << "wait " << microseconds(totals.waited) << std::endl;
   for (const auto& [command, count] : totals.commands)
-    line(now, "total") << "command " << command << ' ' << count << '\n';
-  out_.flush();
+    line(now, "total") << "command " << command << ' ' << count << std::endl;
 }
 
 }  // namespace sim

@@ -12,7 +12,8 @@ namespace sim {
 /// Bytes in hexadecimal, separated by blanks; more than 8 equal ones in a row as "00*4092".
 std::string hex(Bytes bytes);
 
-/// Writes one line per event: the board's time in microseconds, the kind of the event, then what belongs to it.
+/// Writes one line per event: the board's time in microseconds, the kind of the event, then what belongs to it. Each
+/// line leaves at once.
 class Trace : public Board_log {
  public:
   /// `out` belongs to the caller.

@@ -7,6 +7,12 @@ namespace {
 using Fm = Fm_running;
 using Flags = std::array<uint8_t, 4>;
 
+TEST_F(Fm, SeekThatNeverEndsGivesTheLastLook) {
+  board.fault({.command = "FM_SEEK_START", .stc_never = true});
+  EXPECT_EQ(Si468x_tune_next_station(), 0);
+  EXPECT_EQ(Si468x_ErrorCode, 160U);
+}
+
 TEST_F(Fm, QualityFieldsComeFromTheirBits) {
   const Byte_string reply{0x0A, 0xA2, 0x3E, 0x22, 0x85, 0x2A, 0x1B, 0x0C, 0xCD, 0xAB, 0xEE, 0x11, 0x12};
   board.fault({.command = "FM_RSQ_STATUS", .reply = reply});

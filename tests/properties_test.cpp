@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "frontend/audio.h"
+#include "frontend/reports.h"
 #include "tests/support.h"
 
 namespace {
@@ -21,6 +23,11 @@ TEST_F(Dab_running, EachWayAPropertyFailsHasItsCode) {
     EXPECT_EQ(Si468x_set_property(property), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.code);
   }
+  board.clear_faults();
+  board.fault({.command = "SET_PROPERTY", .status_bits = {0x40}});
+  EXPECT_EQ(set_properties_output(1), -1);
+  EXPECT_EQ(get_rds_status(), -2);
+  output_of([] { EXPECT_EQ(set_volume(41), 0); });
   board.clear_faults();
   EXPECT_EQ(Si468x_set_property(property), 0);
   uint16_t read[2] = {0x0300, 0};

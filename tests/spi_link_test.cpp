@@ -23,7 +23,16 @@ TEST_F(Switched_on, SetUpIsOfTheBoardAndAByteTakes1024Nanoseconds) {
   EXPECT_EQ(board.mistakes(), std::vector<std::string>{});
 }
 
-TEST_F(Switched_on, SpiCannotStartAgainWithoutMappedRegisters) {
+TEST_F(Switched_on, WithoutSpiInTheSystemNoPinIsTouched) {
+  board.air().spi_enabled = false;
+  EXPECT_EQ(Si468x_bus_init(), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 1U);
+  EXPECT_EQ(board.pin_function(23), unsigned{BCM2835_GPIO_FSEL_INPT});
+}
+
+TEST_F(Switched_on, PowerDownReleasesTheRegisters) {
+  EXPECT_EQ(Si468x_bus_init(), 0);
+  Si468x_power_down();
   EXPECT_EQ(Si468x_bus_enable(), -6);
   EXPECT_EQ(Si468x_ErrorCode, 3U);
 }

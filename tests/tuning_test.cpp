@@ -81,6 +81,7 @@ TEST_F(Tuning, ErrorSeenOnTheWayLeavesItsCodeAndTheWaitGoesOn) {
 }
 
 TEST_F(Tuned_to_33, ServicesStartAndStop) {
+  output_of([] { EXPECT_EQ(play_station(17333, 99), -1); });
   EXPECT_EQ(play_station(17333, 12), 0);
   EXPECT_EQ(board.state().dab.running.size(), 1U);
   EXPECT_EQ(Si468x_stop_digital_service(0, 17333, 12), 0);
@@ -102,6 +103,7 @@ TEST_F(Tuning, ScanStepFailuresNeverLookLikeAnUnstableList) {
       {{.command = "DAB_TUNE_FREQ", .cts_never = true}, -3, 65},
       {{.command = "DAB_DIGRAD_STATUS", .status_bits = {0, 0, 0, 0x02}}, -2, 165},
       {{.command = "DAB_DIGRAD_STATUS", .cts_never = true}, -3, 165},
+      {{.command = "DAB_DIGRAD_STATUS", .reply = Byte_string{0, 0x04, 38, 14, 100}}, 0, 0},  // acquired, not valid
       {{.command = "DAB_GET_EVENT_STATUS", .status_bits = {0, 0, 0, 0x02}}, -2, 265},
       {{.command = "DAB_GET_EVENT_STATUS", .cts_never = true}, -3, 265},
       {{.command = "DAB_GET_EVENT_STATUS", .reply = Byte_string{0, 1, 0, 0}}, -1, 365},  // never announced as new
@@ -109,6 +111,7 @@ TEST_F(Tuning, ScanStepFailuresNeverLookLikeAnUnstableList) {
   for (const auto& c : cases) {
     board.clear_faults();
     board.fault(c.fault);
+    Si468x_ErrorCode = 0;
     Si468x_DAB_digrad_status status;
     EXPECT_EQ(Si468x_DAB_tune_freq_save(33, status), c.result) << c.code;
     EXPECT_EQ(Si468x_ErrorCode, c.code);

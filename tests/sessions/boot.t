@@ -189,8 +189,10 @@ Start-up, and a system in which SPI is switched off.
   pin 10 alternate 0
   pin 11 alternate 0
   $ air '"board": {"spi_enabled": false}'
-  $ kelvo-sim -b D | tail -n 1
+  $ KELVO_SIM_TRACE=trace kelvo-sim -b D | tail -n 1; grep -c pin trace
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  0
+  [1]
   $ air '"board": {"registers": false}'
   $ kelvo-sim -b D | tail -n 1
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists

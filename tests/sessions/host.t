@@ -50,7 +50,8 @@ A file of the scan's name is replaced whole. One that cannot be written stays as
   "FrequencyRegion": "Europe",
   ]} (no-eol)
   $ rm ensemblescan_1_x.json; cp "$(command -v sleep)" ensemblescan_1_x.json
-  $ ./ensemblescan_1_x.json 60 & sleep 0.1
+  $ ./ensemblescan_1_x.json 60 & disown
+  $ until [ "$(readlink /proc/$!/exe)" = "$PWD/ensemblescan_1_x.json" ]; do sleep 0.01; done
   $ printf '\n\n1\nx\n' | run -u | tail -n 1
   Thank you
   $ kill $!; cmp ensemblescan_1_x.json "$(command -v sleep)"
@@ -68,9 +69,11 @@ A disc that is full.
   $ printf '\n\n3\nz\n' | run -u | tail -n 1
   Thank you
 
-Texts reach a pipe before what they announce: a program that is killed in the boot has said all that came before.
+Texts come before what they announce, also where nobody waits at a terminal: a scan in real time is still under way when
+its first words are there.
 
-  $ air '"faults": [{"command": "HOST_LOAD", "cts_never": true}]'
-  $ KELVO_SIM_REALTIME=1 timeout 1 kelvo-sim -b D | tail -n 2
+  $ KELVO_SIM_REALTIME=1 kelvo-sim -u < /dev/null > said 2>&1 & disown
+  $ for i in $(seq 100); do ! grep -q 'SPI bus enabled' said || break; sleep 0.05; done
+  $ kill -s KILL $! && tail -n 2 said
   SPI bus enabled.
   

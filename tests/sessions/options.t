@@ -30,9 +30,14 @@ Playing needs both ids; without them the run goes on. Digits count up to the fir
   
   Setting volume to 0
   
-  $ run -p -e 17333 -c 99
+  $ run -p -e 17333 -c 99 -l 7
   Could not start service
   
+  Setting volume to 7
+  
+  $ wire -p -e 3771802437 -c 1 | grep START
+  START_DIGITAL_SERVICE 81 00 00 00 45 23 d1 e0 01 00 00 00
+  refused START_DIGITAL_SERVICE: no service 3771802437 with component 1 in the ensemble
   $ run -p -e ' +017333x' -c 12 -l -1
   Illegal value for volume. Volume must be an integer between 0 and 63
   

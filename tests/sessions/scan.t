@@ -168,6 +168,14 @@ A frequency that cannot be tuned leaves no trace but its line, which shows what 
   $ grep -c '"tune_freq": 0,' ensemblescan_no_tune.json
   40
 
+The bar has a dash for each dB, up to 255.
+
+  $ three ', "faults": [{"command": "DAB_DIGRAD_STATUS", "reply": "00 04 C8"}]'
+  $ run -u < /dev/null | grep -o -- '-*$' | awk '/-/ { print length }'
+  200
+  200
+  200
+
 A list of frequencies that is cut off is scanned without its numbers.
 
   $ three ', "faults": [{"command": "DAB_GET_FREQ_LIST", "occurrence": 2, "status_bits": "40 00 00 00"}]'

@@ -1,4 +1,5 @@
 # Read by every session. Each has a folder and a board of its own.
+unset KELVO_SIM_TRACE KELVO_SIM_REALTIME ARGP_HELP_FMT POSIXLY_CORRECT
 export KELVO_SIM_STATE="$PWD/board.json"
 export KELVO_SIM_BROADCAST="$PWD/air.json"
 default=$TESTDIR/../../simulator/broadcasts/default.json
@@ -24,7 +25,7 @@ said() { [ "$1" = 0 ] || echo "= $1"; }
 wire() {
   KELVO_SIM_TRACE=/dev/stdout kelvo-sim "$@" 2>&1 |
     sed '1,/^SPI bus enabled/d' | sed 1d |
-    sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|mistake|total) /\1 /
+    sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|refused|mistake|total) /\1 /
             s/(.*[]}]) +[0-9]+\.[0-9]+ (spi|total) /\1\n\2 /' |
     sed -E '/^total/d; s/^spi RD_REPLY ([0-9]+) .*/read \1/; s/^spi ([A-Z_]+) [0-9]+ > (.*) <.*/\1 \2/'
   said ${PIPESTATUS[0]}

@@ -80,6 +80,28 @@ What each action sends, how long it waits, and what it says meanwhile.
   GET_DIGITAL_SERVICE_LIST 80 00
   read 7
   read 493
+  $ wire -u -r -x -t -n -g -d -i -l 40 -p -e 17333 -c 12 -f 33 -o 1 < /dev/null | grep -oE '^[A-Z_]{5,} ' | uniq | sed /FREQ_LIST/q
+  SET_PROPERTY 
+  GET_PROPERTY 
+  SET_PROPERTY 
+  GET_PROPERTY 
+  SET_PROPERTY 
+  GET_PROPERTY 
+  DAB_TUNE_FREQ 
+  DAB_DIGRAD_STATUS 
+  START_DIGITAL_SERVICE 
+  SET_PROPERTY 
+  GET_PROPERTY 
+  GET_PART_INFO 
+  GET_SYS_STATE 
+  GET_FUNC_INFO 
+  DAB_DIGRAD_STATUS 
+  GET_DIGITAL_SERVICE_LIST 
+  DAB_GET_EVENT_STATUS 
+  DAB_GET_TIME 
+  FM_SEEK_START 
+  SET_PROPERTY 
+  DAB_GET_FREQ_LIST 
   $ wire -k
   read 7
   pin 23 low

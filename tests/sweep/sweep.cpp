@@ -79,7 +79,8 @@ const Kind kinds[] = {
 };
 constexpr const char* out_of_memory = "out-of-memory";  // at an allocation instead of a transaction
 
-// Watches the image download: when a chunk has failed in the eyes of the host, no further one may follow.
+// Watches the image download: when a chunk has failed in the eyes of the host, no further one may follow. A chunk is
+// over when a poll shows clear-to-send, or with the last poll; reads behind that belong to something else.
 class Download_watch : public sim::Board_log {
  public:
   bool went_on = false;
@@ -127,7 +128,8 @@ class Sweep {
     const Ended ended = run_on(board, number);
     const bool ran_out = ended.allocations > number;
     constexpr std::string_view message = "kelvo: out of memory\n";
-    std::string why = ended.status != 0 ? "exit status " + std::to_string(ended.status) : "";
+    std::string why = ended.hang;
+    if (ended.status != 0) why = "exit status " + std::to_string(ended.status);
     if (ran_out && output_.ends_with(message))
       output_.resize(output_.size() - message.size());
     else if (ran_out)
@@ -270,8 +272,8 @@ int main(int argc, char** argv) {
     std::fputs("usage: kelvo-sweep boot|running STRIDE SEED | kelvo-sweep repeat SEED LINE FAULT NUMBER\n", stderr);
     return 2;
   }
-  const auto folder = std::filesystem::temp_directory_path() / ("kelvo-sweep-" + std::to_string(getpid()));
-  std::filesystem::create_directory(folder);
+  std::string folder = std::filesystem::temp_directory_path() / "kelvo-sweep-XXXXXX";
+  if (mkdtemp(folder.data()) == nullptr) return 1;
   std::filesystem::current_path(folder);
   take_standard_streams(answers);
   const int failures = all ? sweep_lines(words[0] == "boot", number(words[1]), number(words[2])) : repeat(words);
