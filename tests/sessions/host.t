@@ -63,6 +63,11 @@ A folder of that name.
   Thank you
   $ ls ensemblescan_2_y.json
 
+A working directory that cannot be written, also by root.
+
+  $ (cd /proc && printf '\n\n1\nx\n' | run -u | tail -n 1)
+  Thank you
+
 A disc that is full.
 
   $ ln -s /dev/full ensemblescan_3_z.json
