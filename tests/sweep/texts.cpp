@@ -49,7 +49,7 @@ std::set<std::string> known_lines() {
   std::set<std::string> known{"bytes"};
   const std::filesystem::path tests = SOURCE_DIR "/tests";
   for (const auto& file : std::filesystem::directory_iterator(tests / "expected")) learn(known, read_file(file.path()));
-  for (const char* const session : {"boot.t", "options.t", "receive.t"})
+  for (const char* const session : {"boot.t", "options.t", "receive.t", "reports.t"})
     learn_session(known, read_file(tests / "sessions" / session));
   return known;
 }
