@@ -78,7 +78,7 @@ Texts come before what they announce, also where nobody waits at a terminal: a s
 its first words are there.
 
   $ KELVO_SIM_REALTIME=1 kelvo-sim -u < /dev/null > said 2>&1 & disown
-  $ for i in $(seq 100); do ! grep -q 'SPI bus enabled' said || break; sleep 0.05; done
+  $ for i in $(seq 100); do ! grep -qs 'SPI bus enabled' said || break; sleep 0.05; done
   $ kill -s KILL $! && tail -n 2 said
   SPI bus enabled.
   
