@@ -198,7 +198,8 @@ def start_up():
     ours = count([KELVO, "--version"])[0]
     section("## Start-up", """
         `--version`, from the dynamic loader's first instruction. The C++ library is linked into `kelvo`
-        (`KELVO_STATIC_RUNTIME`), since binding the shared one would be most of the start. gpiodetect is plain C with one small library.""")
+        (`KELVO_STATIC_RUNTIME`), since binding the shared one would be most of the start. gpiodetect is plain C with one
+        small library.""")
     rows = [["kelvo", ours, "1.00", ""]]
     for name in ["gpiodetect", "v4l2-ctl", "flashrom"]:
         cost = count([name, "--version"])[0]

@@ -243,14 +243,15 @@ unsigned number(const std::string& text) { return static_cast<unsigned>(std::str
 int repeat(const std::vector<std::string>& words) {
   Sweep sweep(named(lines, words[2]), number(words[1]));
   const size_t at = number(words[4]);
-  if (words[3] == out_of_memory) {
-    sweep.try_memory(at);
-  } else if (const Kind& kind = named(kinds, words[3]); at >= 1 && at <= sweep.transactions()) {
-    sweep.try_fault(kind, at);
-  } else {
-    std::fprintf(stderr, "kelvo-sweep: transactions are from 1 to %zu\n", sweep.transactions());
+  const bool memory = words[3] == out_of_memory;
+  if (at == 0 || (!memory && at > sweep.transactions())) {
+    std::fprintf(stderr, "kelvo-sweep: numbers are from 1, of transactions to %zu\n", sweep.transactions());
     return 1;
   }
+  if (memory)
+    sweep.try_memory(at);
+  else
+    sweep.try_fault(named(kinds, words[3]), at);
   std::fputs(sweep.output().c_str(), stderr);
   return sweep.failures();
 }
