@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simulator/broadcast_file.h"
+#include "simulator/broadcast/broadcast_file.h"
 
 #include "fuzz/fuzz.h"
-#include "simulator/service_list.h"
+#include "simulator/chip/list_encoding.h"
 
 // What can be read can be received: the first ensemble's last list arrives in the driver.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

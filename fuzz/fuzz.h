@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "si468x/si468x.h"
-#include "simulator/board.h"
-#include "simulator/json_reader.h"
+#include "simulator/board/board.h"
+#include "simulator/broadcast/json_reader.h"
 
 using Input = std::span<const uint8_t>;
 /// Memory of exact size, so that the sanitizer sees each access beyond it.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simulator/state_file.h"
+#include "simulator/board/state_file.h"
 
 #include "fuzz/fuzz.h"
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "si468x/si468x.h"
-#include "simulator/board.h"
+#include "simulator/board/board.h"
 
 using Byte_string = std::vector<uint8_t>;
 using sim::Frames;

@@ -2,7 +2,7 @@
 unset KELVO_SIM_TRACE KELVO_SIM_REALTIME ARGP_HELP_FMT POSIXLY_CORRECT
 export KELVO_SIM_STATE="$PWD/board.json"
 export KELVO_SIM_BROADCAST="$PWD/air.json"
-default=$TESTDIR/../../simulator/broadcasts/default.json
+default=$TESTDIR/../../simulator/broadcast/files/default.json
 
 # air [MEMBERS]: from now on the built-in broadcast, its clock stopped and its chip always ready, with further members.
 air() {

@@ -12,7 +12,7 @@
 #include <sstream>
 #include <vector>
 
-#include "simulator/board.h"
+#include "simulator/board/board.h"
 
 int kelvo_main(int argc, char** argv);  // the program's main, which the build renames
 

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "simulator/board/board_log.h"
+#include "simulator/board/board_state.h"
+#include "simulator/board/faults.h"
+#include "simulator/board/log_hub.h"
+#include "simulator/board/recorder.h"
+#include "simulator/board/spi_controller.h"
+#include "simulator/board/spi_wire.h"
+#include "simulator/broadcast/broadcast.h"
+#include "simulator/chip/chip.h"
+#include "simulator/chip/clock.h"
+
+namespace sim {
+
+/// A Raspberry Pi's SPI0 and GPIO pins with the receiver chip behind them. It owns everything below it, its broadcast
+/// included. The bcm2835 functions act on the board chosen with `use_board`.
+class Board {
+ public:
+  /// A board that was just switched on (chip held in reset), with the faults of the broadcast set.
+  explicit Board(Broadcast broadcast = default_broadcast());
+  Board(const Board&) = delete;
+  Board& operator=(const Board&) = delete;
+  ~Board() = default;
+
+  // What happened so far ---------------------------------------------------------------------------------------------
+
+  /// Every transaction's bytes as the host sent and read them, every wait in the order of the calls.
+  const Frames& sent() const { return recorder_.sent(); }
+  const Frames& received() const { return recorder_.received(); }
+  const Waits& waits() const { return recorder_.waits(); }
+  const std::vector<std::string>& mistakes() const { return recorder_.mistakes(); }  ///< set-up faults of the host
+  const std::vector<std::string>& refusals() const { return recorder_.refusals(); }  ///< commands the chip refused
+  const Totals& totals() const { return recorder_.totals(); }
+  void clear_record() { recorder_.clear(); }
+  /// Bytes and waits are kept unless switched off; mistakes, refusals and totals always are.
+  void set_recording(bool on) { recorder_.set_keeping(on); }
+  /// `log` sees everything from now on; it belongs to the caller and must outlive the board or be removed.
+  void add_log(Board_log& log) { log_.add(log); }
+  void remove_log(Board_log& log) { log_.remove(log); }
+
+  // How things stand -------------------------------------------------------------------------------------------------
+
+  Time now() const { return clock_.now(); }
+  bool chip_select_active() const { return controller_.transfer_active(); }
+  bool pin(unsigned number) const;               ///< level of an output; an input reads its pull
+  unsigned pin_function(unsigned number) const;  ///< BCM2835_GPIO_FSEL_...
+  unsigned pin_pull(unsigned number) const;      ///< BCM2835_GPIO_PUD_...
+  bool spi_running() const { return wire_.running(); }
+  /// All that stays when the program ends; `restore` brings a board there, with everything under way completed.
+  Board_state state() const;
+  void restore(const Board_state& state);
+
+  // The back door ----------------------------------------------------------------------------------------------------
+
+  /// What is on the air; changes take effect with the next command.
+  Broadcast& air() { return broadcast_; }
+  void fault(const Fault& fault) { faults_.set(fault); }
+  void clear_faults() { faults_.clear(); }
+  std::vector<std::string> unmet_faults() const { return faults_.unmet(); }
+  void set_realtime(bool on) { clock_.set_realtime(on); }
+
+  // The host's side, for the bcm2835 functions -----------------------------------------------------------------------
+
+  bool open();  ///< maps the registers
+  void close();
+  bool spi_begin();
+  void spi_end();
+  void set_bit_order(bool msb_first) { wire_.set_bit_order(msb_first); }
+  void set_pin_function(unsigned number, unsigned function);
+  void set_pin_pull(unsigned number, unsigned pull);
+  void write_pin(unsigned number, bool level);
+  /// One register of SPI0, by its byte offset. @throws Hang when the host reads on and on and nothing moves.
+  uint32_t read_register(uint32_t offset);
+  void write_register(uint32_t offset, uint32_t value);
+  void wait(Time span);
+
+ private:
+  bool valid_pin(unsigned number, const char* what);
+  bool reset_line() const;
+  void mistake(const std::string& what);
+
+  Broadcast broadcast_;
+  Clock clock_;
+  Faults faults_;
+  Recorder recorder_;
+  Log_hub log_;
+  Chip chip_;
+  Spi_wire wire_;
+  Spi_controller controller_;
+  std::array<Pin_state, 54> pins_{};
+  bool open_ = false;
+};
+
+/// The board that the bcm2835 functions act on from now on; it stays the caller's. Null: the environment's board, which
+/// is made when it is first needed (broadcast, state and trace as the KELVO_SIM_ variables say).
+void use_board(Board* board);
+Board& current_board();
+
+}  // namespace sim

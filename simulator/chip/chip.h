@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "simulator/board/board_log.h"
+#include "simulator/board/board_state.h"
+#include "simulator/board/faults.h"
+#include "simulator/broadcast/broadcast.h"
+#include "simulator/chip/chip_core.h"
+#include "simulator/chip/clock.h"
+
+namespace sim {
+
+/// The receiver chip as an SPI slave: it sees the chip-select edges and gives one byte for one byte. It is strict: what
+/// it does not know or its state forbids is refused with ERR_CMD, a command that comes before clear-to-send is dropped
+/// with CMDOFERR, and both leave a line in the log.
+class Chip {
+ public:
+  Chip(const Broadcast& air, const Clock& clock, Faults& faults, Board_log& log);
+
+  /// RSTB: low holds the chip in reset, which loses everything.
+  void set_reset_line(bool high);
+  /// Loses everything as by a dip of the supply, and waits for POWER_UP.
+  void drop_out();
+
+  void select() { position_ = 0; }
+  uint8_t exchange(uint8_t sent);
+  void deselect();
+
+  /// The chip's share of the board's state.
+  void save(Board_state& state) const;
+  void restore(const Board_state& state);
+
+ private:
+  bool ready() const;
+  void settle();
+  void start_over(Mode mode, Time busy);
+  void take_command();
+  void be_busy(Time span);
+  uint8_t reply_byte(size_t number);
+  uint8_t status_byte(unsigned number) const;
+
+  Chip_core core_;
+  Faults& faults_;
+  Board_log& log_;
+
+  // The transaction under way
+  size_t position_ = 0;  // bytes so far
+  uint8_t opcode_ = 0;
+  bool dropped_ = false;  // the command came before clear-to-send
+  std::array<uint8_t, 4096> command_{};
+
+  // The last command
+  Mode old_mode_ = Mode::reset;  // shown until clear-to-send
+  Time ready_at_{};
+  bool command_error_ = false;
+  bool command_overflow_ = false;
+  std::vector<uint8_t> response_;
+};
+
+}  // namespace sim

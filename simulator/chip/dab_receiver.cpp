@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/chip/dab_receiver.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Time tune_with_signal = 180ms;
+constexpr Time tune_without_signal = 250ms;
+constexpr Time long_ago = 24h;  // everything that was under way is over by now
+
+}  // namespace
+
+void Dab_receiver::reset() {
+  state_ = {.tune_complete = false};
+  never_ends_ = false;
+}
+
+const std::vector<uint32_t>& Dab_receiver::frequencies() const {
+  return state_.loaded_frequencies.empty() ? air_.frequencies : state_.loaded_frequencies;
+}
+
+void Dab_receiver::tune(uint8_t index, uint16_t antenna_cap, Time now, bool never_ends) {
+  Dab_state tuned{.loaded_frequencies = std::move(state_.loaded_frequencies)};
+  tuned.tuned_index = index;
+  tuned.antenna_cap = antenna_cap;
+  tuned.tuning = true;
+  tuned.tune_complete = false;
+  state_ = std::move(tuned);
+  never_ends_ = never_ends;
+  const Ensemble* there = ensemble();
+  tune_over_ = now + (there != nullptr && there->valid ? tune_with_signal : tune_without_signal);
+}
+
+void Dab_receiver::settle(Time now) {
+  if (state_.tuning && !never_ends_ && now >= tune_over_) finish_tune();
+  if (!acquired()) return;
+  const std::vector<Service_list>& lists = ensemble()->lists;
+  while (state_.lists_arrived < lists.size() && now >= tune_over_ + lists[state_.lists_arrived].after) {
+    state_.lists_arrived += 1;
+    state_.events |= event_service_list;
+  }
+}
+
+void Dab_receiver::finish_tune() {
+  state_.tuning = false;
+  state_.tune_complete = true;
+  const Signal& received = signal();
+  unsigned interrupts = 0;
+  if (received.hardmute) interrupts |= digrad_hardmute;
+  if (received.fic_error) interrupts |= digrad_fic_error;
+  if (received.rssi_high) interrupts |= digrad_rssi_high;
+  if (received.rssi_low) interrupts |= digrad_rssi_low;
+  if (acquired()) interrupts |= digrad_acquired;
+  state_.status_interrupts = static_cast<uint8_t>(interrupts);
+  if (!acquired()) return;
+  const Ensemble& found = *ensemble();
+  unsigned events = 0;
+  if (found.reconfiguration) events |= event_reconfiguration;
+  if (found.reconfiguration_warning) events |= event_reconfiguration_warning;
+  if (found.announcement) events |= event_announcement;
+  if (found.frequency_info) events |= event_frequency_info;
+  state_.events = static_cast<uint8_t>(events);
+}
+
+uint32_t Dab_receiver::tuned_khz() const {
+  const std::vector<uint32_t>& list = frequencies();
+  return state_.tuned_index && *state_.tuned_index < list.size() ? list[*state_.tuned_index] : 0;
+}
+
+const Ensemble* Dab_receiver::ensemble() const { return state_.tuned_index ? ensemble_on(air_, tuned_khz()) : nullptr; }
+
+const Signal& Dab_receiver::signal() const {
+  const Ensemble* there = ensemble();
+  return there != nullptr && !state_.tuning ? there->signal : air_.noise;
+}
+
+uint16_t Dab_receiver::antenna_cap() const {
+  return state_.antenna_cap != 0 ? state_.antenna_cap : signal().antenna_cap;
+}
+
+bool Dab_receiver::valid() const {
+  const Ensemble* there = ensemble();
+  return there != nullptr && !state_.tuning && there->valid;
+}
+
+bool Dab_receiver::acquired() const { return valid() && ensemble()->acquired; }
+
+bool Dab_receiver::frequency_info() const { return acquired() && ensemble()->frequency_info; }
+
+const Service_list* Dab_receiver::list() const {
+  if (!acquired() || state_.lists_arrived == 0) return nullptr;
+  const std::vector<Service_list>& lists = ensemble()->lists;
+  return lists.empty() ? nullptr : &lists[std::min<size_t>(state_.lists_arrived, lists.size()) - 1];
+}
+
+// The chip plays one audio component at a time; data components run beside it.
+void Dab_receiver::start(uint32_t service_id, uint32_t component_id) {
+  stop(service_id, component_id);
+  const Component* component = find_component(*list(), service_id, component_id);
+  if (component->tmid == 0) {
+    std::erase_if(state_.running, [this](const Running_service& other) {
+      const Component* playing = find_component(*list(), other.service_id, other.component_id);
+      return playing == nullptr || playing->tmid == 0;
+    });
+  }
+  state_.running.push_back({.service_id = service_id, .component_id = component_id});
+}
+
+bool Dab_receiver::stop(uint32_t service_id, uint32_t component_id) {
+  return std::erase_if(state_.running, [=](const Running_service& running) {
+           return running.service_id == service_id && running.component_id == component_id;
+         }) != 0;
+}
+
+size_t Dab_receiver::packets_left(const Running_service& running) const {
+  const Component* component =
+      list() != nullptr ? find_component(*list(), running.service_id, running.component_id) : nullptr;
+  if (component == nullptr || running.next_segment >= component->segments.size()) return 0;
+  return component->segments.size() - running.next_segment;
+}
+
+size_t Dab_receiver::packets_waiting() const {
+  size_t count = 0;
+  for (const Running_service& running : state_.running) count += packets_left(running);
+  return count;
+}
+
+std::optional<Dab_receiver::Packet> Dab_receiver::fetch_packet() {
+  for (Running_service& running : state_.running) {
+    if (packets_left(running) == 0) continue;
+    const Component* component = find_component(*list(), running.service_id, running.component_id);
+    const Data_segment* segment = &component->segments[running.next_segment++];
+    return Packet{.service_id = running.service_id, .component = component, .segment = segment};
+  }
+  return std::nullopt;
+}
+
+void Dab_receiver::restore(const Dab_state& state, Time now) {
+  state_ = state;
+  never_ends_ = false;
+  if (tuned_khz() == 0) {  // the list has become shorter than the index, or there was no tune
+    state_ = {.loaded_frequencies = state.loaded_frequencies, .tune_complete = false};
+    return;
+  }
+  tune_over_ = now - long_ago;
+  settle(now);
+}
+
+}  // namespace sim

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/chip/command_table.h"
+
+namespace sim {
+
+namespace {
+
+constexpr unsigned seek_up = 0x02;
+constexpr unsigned seek_wrap = 0x01;
+constexpr unsigned acknowledge_signal = 0x08;
+constexpr unsigned acknowledge_seek = 0x01;
+constexpr size_t ps_length = 8;
+
+// Group 0A: programme service name, two characters in each of four groups.
+//   block A   programme identification
+//   block B   0000 0TPP PPPt m.SS   T traffic programme, P programme type, t announcement, m music, S segment
+//   block C   two alternative frequency codes
+//   block D   two characters
+void put_group(std::vector<uint8_t>& out, const Rds& rds, uint8_t segment) {
+  const auto character = [&](size_t at) {
+    return at < rds.ps.size() && at < ps_length ? static_cast<uint8_t>(rds.ps[at]) : uint8_t{' '};
+  };
+  const size_t first = size_t{2} * segment;
+  constexpr unsigned filler = 205;  // alternative frequency code: nothing here
+  const auto alternative = [&](size_t at) { return at < rds.af.size() ? rds.af[at] : filler; };
+  put16(out, rds.pi);
+  put16(out, (rds.tp ? 1U << 10 : 0U) | (rds.pty & 0x1FU) << 5 | (rds.ta ? 1U << 4 : 0U) | (rds.music ? 1U << 3 : 0U) |
+                 segment);
+  put16(out, alternative(0) << 8 | alternative(1));
+  put16(out, static_cast<unsigned>(character(first) << 8 | character(first + 1)));
+}
+
+}  // namespace
+
+// opcode, 0, direction, 0, antenna capacitor (2 bytes, 0: chosen by the chip)
+Answer fm_seek_start(Chip_core& chip, Bytes command) {
+  if (command[1] != 0 || command[3] != 0) return refuse("argument bytes 1 and 3 are not 0");
+  if ((command[2] & ~(seek_up | seek_wrap)) != 0) return refuse("unknown bits in argument byte 2");
+  if (le16(command, 4) != 0) return refuse("the antenna capacitor is chosen by the chip on this board");
+  chip.fm.seek((command[2] & seek_up) != 0, (command[2] & seek_wrap) != 0, chip.clock.now(), chip.faults.stc_never());
+  return {};
+}
+
+//   byte 5   B.Hh..AV   B band limit, H HD detected, h the same filtered, A frequency control railed, V valid
+Answer fm_rsq_status(Chip_core& chip, Bytes command) {
+  if ((command[1] & ~(acknowledge_signal | acknowledge_seek)) != 0) return refuse("unknown bits in the argument byte");
+  Fm_receiver& fm = chip.fm;
+  const Fm_signal& signal = fm.signal();
+  std::vector<uint8_t> response;
+  put8(response, fm.signal_interrupts());
+  put8(response, (fm.band_limit() ? 0x80U : 0U) | (signal.hd_detected ? 0x20U : 0U) |
+                     (signal.hd_detected_filtered ? 0x10U : 0U) | (signal.afc_railed ? 0x02U : 0U) |
+                     (signal.valid ? 0x01U : 0U));
+  put16(response, fm.khz() / 10);
+  put8(response, static_cast<unsigned>(signal.frequency_offset));
+  put8(response, static_cast<unsigned>(signal.rssi));
+  put8(response, static_cast<unsigned>(signal.snr));
+  put8(response, signal.multipath);
+  put16(response, signal.antenna_cap);
+  put8(response, 0);
+  put8(response, signal.hd_level);
+  put8(response, signal.hd_level_filtered);
+  response.resize(18);  // the rest is reserved
+  if ((command[1] & acknowledge_signal) != 0) fm.acknowledge_signal();
+  if ((command[1] & acknowledge_seek) != 0) fm.acknowledge_seek();
+  return {.response = response};
+}
+
+//   byte 4   .......G        G a group is there
+//   byte 5   ...TP.S.        T type valid, P identification valid, S synchronised
+//   byte 6   ..TPPPPP        T traffic programme, P programme type
+//   bytes 8, 9 identification; 10 groups waiting; 11 errors of the four blocks; 12 on the blocks
+Answer fm_rds_status(Chip_core& chip, Bytes command) {
+  constexpr size_t response_length = 16;
+  if (command[1] != 0) return refuse("unknown bits in the argument byte");
+  const bool switched_on = (chip.properties.get(fm_rds_config).value_or(0) & 1) != 0;
+  const Rds* rds = chip.fm.rds();
+  if (!switched_on || rds == nullptr) return {.response = std::vector<uint8_t>(response_length)};
+  const uint8_t group = chip.fm.take_group();
+  std::vector<uint8_t> response;
+  put8(response, 0x01);
+  put8(response, 0x1A);
+  put8(response, (rds->tp ? 0x20U : 0U) | (rds->pty & 0x1FU));
+  put8(response, 0);
+  put16(response, rds->pi);
+  put8(response, 4U - group);
+  put8(response, 0);
+  put_group(response, *rds, group);
+  return {.response = response};
+}
+
+}  // namespace sim

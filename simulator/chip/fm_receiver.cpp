@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/chip/fm_receiver.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Time seek_time_per_khz = 60us;
+
+}  // namespace
+
+void Fm_receiver::reset() {
+  state_ = {};
+  never_ends_ = false;
+  arrive();
+  state_.seek_complete = false;
+}
+
+void Fm_receiver::seek(bool up, bool wrap, Time now, bool never_ends) {
+  const Landing landing = look_for_station(up, wrap);
+  state_ = {.khz = landing.khz, .seeking = true, .band_limit = landing.band_limit};
+  never_ends_ = never_ends;
+  over_ = now + landing.distance * seek_time_per_khz;
+}
+
+// The nearest station in the direction of the seek, counting distances around the band's end when the seek wraps.
+Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
+  constexpr uint32_t band_width = band_top - band_bottom;
+  const uint32_t to_limit = up ? band_top - state_.khz : state_.khz - band_bottom;
+  Landing nearest = wrap ? Landing{.khz = state_.khz, .distance = band_width, .band_limit = true}
+                         : Landing{.khz = up ? band_top : band_bottom, .distance = to_limit, .band_limit = true};
+  for (const Fm_station& station : air_.fm_stations) {
+    if (!station.signal.valid || station.khz == state_.khz) continue;
+    const bool ahead = (station.khz > state_.khz) == up;
+    const uint32_t apart = std::max(station.khz, state_.khz) - std::min(station.khz, state_.khz);
+    if (!ahead && !wrap) continue;
+    const uint32_t distance = ahead ? apart : band_width - apart;
+    if (distance < nearest.distance || (distance == nearest.distance && nearest.band_limit))
+      nearest = {.khz = station.khz, .distance = distance, .band_limit = false};
+  }
+  return nearest;
+}
+
+void Fm_receiver::settle(Time now) {
+  if (state_.seeking && !never_ends_ && now >= over_) arrive();
+}
+
+void Fm_receiver::arrive() {
+  state_.seeking = false;
+  state_.seek_complete = true;
+  const Fm_signal& received = signal();
+  unsigned interrupts = 0;
+  if (received.snr_high) interrupts |= fm_snr_high;
+  if (received.snr_low) interrupts |= fm_snr_low;
+  if (received.rssi_high) interrupts |= fm_rssi_high;
+  if (received.rssi_low) interrupts |= fm_rssi_low;
+  state_.signal_interrupts = static_cast<uint8_t>(interrupts);
+}
+
+const Fm_signal& Fm_receiver::signal() const {
+  const Fm_station* station = fm_station_on(air_, state_.khz);
+  return station != nullptr && !state_.seeking ? station->signal : air_.fm_noise;
+}
+
+const Rds* Fm_receiver::rds() const {
+  const Fm_station* station = fm_station_on(air_, state_.khz);
+  if (station == nullptr || state_.seeking || !station->signal.valid || !station->rds) return nullptr;
+  return &*station->rds;
+}
+
+uint8_t Fm_receiver::take_group() {
+  const uint8_t group = state_.next_group;
+  state_.next_group = static_cast<uint8_t>((group + 1) % 4);
+  return group;
+}
+
+void Fm_receiver::restore(const Fm_state& state, Time now) {
+  state_ = state;
+  never_ends_ = false;
+  over_ = now;
+  settle(now);
+}
+
+}  // namespace sim

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+
+#include "simulator/board/board_state.h"
+
+namespace sim {
+
+/// The 16-bit settings of the running application, by id.
+class Properties {
+ public:
+  /// Every property of the application at its default; none in the other modes.
+  void reset(Mode mode);
+
+  /// The value, nothing when the application has no such property.
+  std::optional<uint16_t> get(uint16_t id) const;
+  bool accepts(uint16_t id, uint16_t value) const;
+  /// Sets a property that accepts the value.
+  void set(uint16_t id, uint16_t value) { values_[id] = value; }
+
+  /// Those that differ from their default.
+  std::map<uint16_t, uint16_t> changed() const;
+
+ private:
+  Mode mode_ = Mode::reset;
+  std::map<uint16_t, uint16_t> values_;
+};
+
+inline constexpr uint16_t fm_rds_config = 0x3C02;  ///< bit 0: radio data is received
+
+}  // namespace sim
