@@ -54,7 +54,7 @@ The file that docs/simulator.md shows can be used.
   
   2016-3-7T9:5:0Z
 
-A damaged state is said, and the chip starts in reset.
+A damaged state file: one line, and the chip starts in reset.
 
   $ air
   $ while read -r text; do
@@ -83,7 +83,7 @@ A damaged state is said, and the chip starts in reset.
   kelvo-sim: taken: cannot be read; the chip starts in reset
   kelvo-sim: taken: cannot be written
 
-The state's place.
+Where the state file is kept.
 
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
   Boot up successful
@@ -98,7 +98,7 @@ The state's place.
   Boot up successful
   
 
-A state outlives a broadcast that no longer fits it.
+A state that the broadcast no longer fits.
 
   $ run -b D -f 33 -p -e 17333 -c 12
   Boot up successful
