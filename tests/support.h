@@ -35,10 +35,10 @@ std::string output_of(const std::function<void()>& print);
 std::vector<size_t> lines_not_zero(const std::string& report);
 
 /// A board with the default broadcast, always ready, whose SPI link is up and whose record is empty. Ends with a look
-/// at what no test may leave behind: a set-up mistake, a fault that was never met, an open transaction.
+/// at what no test may leave behind: a set-up mistake, a fault that was never triggered, an open transaction.
 class Board_test : public testing::Test {
  protected:
-  explicit Board_test(const sim::Board_state& state = {});
+  explicit Board_test(const sim::Chip_state& state = {});
   ~Board_test() override;
   void TearDown() override;
   void start_over();  ///< forgets faults, record and error code

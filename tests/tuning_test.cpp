@@ -83,9 +83,9 @@ TEST_F(Tuning, ErrorSeenOnTheWayLeavesItsCodeAndTheWaitGoesOn) {
 TEST_F(Tuned_to_33, ServicesStartAndStop) {
   output_of([] { EXPECT_EQ(play_station(17333, 99), -1); });
   EXPECT_EQ(play_station(17333, 12), 0);
-  EXPECT_EQ(board.state().dab.running.size(), 1U);
+  EXPECT_EQ(board.state().chip.dab.running.size(), 1U);
   EXPECT_EQ(Si468x_stop_digital_service(0, 17333, 12), 0);
-  EXPECT_EQ(board.state().dab.running.size(), 0U);
+  EXPECT_EQ(board.state().chip.dab.running.size(), 0U);
   EXPECT_EQ(Si468x_stop_digital_service(1, 0x89ABCDEF, 0x01234567), -2);
   EXPECT_EQ(Si468x_ErrorCode, 33U);
   EXPECT_EQ(board.sent()[board.sent().size() - 2],

@@ -2,6 +2,9 @@
 #include "simulator/board/fault_file.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "simulator/broadcast/broadcast_file.h"
 
 namespace sim {
 
@@ -38,7 +41,7 @@ Fault read_fault(const Json_reader& json) {
                     "reply", "property_not_kept", "stc_never", "bus", "bit"});
   Fault fault;
   if (json.has("command")) fault.command = json.at("command").text();
-  json.read("occurrence", fault.occurrence);
+  json.read("occurrence", fault.occurrence, 1);
   if (json.has("transaction"))
     fault.transaction = static_cast<uint64_t>(json.at("transaction").whole_number(1, INT64_MAX));
   json.read("cts_never", fault.cts_never);
@@ -49,7 +52,7 @@ Fault read_fault(const Json_reader& json) {
   json.read("property_not_kept", fault.property_not_kept);
   json.read("stc_never", fault.stc_never);
   if (json.has("bus")) fault.bus = read_bus_fault(json.at("bus"));
-  json.read("bit", fault.bit);
+  if (json.has("bit")) fault.bit = static_cast<uint32_t>(json.at("bit").whole_number(0, UINT32_MAX));
   return fault;
 }
 
@@ -57,7 +60,7 @@ Fault read_fault(const Json_reader& json) {
 
 std::vector<Fault> read_faults(const Json_reader& json) {
   std::vector<Fault> faults;
-  Faults trial;  // says what is wrong with a fault that cannot be set
+  Faults trial;  // refuses what a board would refuse
   for (const Json_reader& entry : json.elements()) {
     faults.push_back(read_fault(entry));
     try {
@@ -67,6 +70,19 @@ std::vector<Fault> read_faults(const Json_reader& json) {
     }
   }
   return faults;
+}
+
+std::vector<Fault> read_fault_file(const std::string& path) {
+  const nlohmann::json parsed = parse_json(read_text(path), path);
+  return read_faults(Json_reader(parsed, path));
+}
+
+Board_file read_board_file(const std::string& path) {
+  const nlohmann::json parsed = parse_json(read_text(path), path);
+  const Json_reader json(parsed, path);
+  Board_file file{.air = read_broadcast(json)};
+  if (json.has("faults")) file.faults = read_faults(json.at("faults"));
+  return file;
 }
 
 }  // namespace sim

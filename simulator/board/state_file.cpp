@@ -131,14 +131,14 @@ std::map<unsigned, Pin_state> read_pins(const Json_reader& json) {
 }  // namespace
 
 std::string format_state(const Board_state& state) {
-  nlohmann::json json = {{"mode", mode_name(state.mode)},
-                         {"command_error", state.command_error},
-                         {"command_overflow", state.command_overflow},
+  nlohmann::json json = {{"mode", mode_name(state.chip.mode)},
+                         {"command_error", state.chip.command_error},
+                         {"command_overflow", state.chip.command_overflow},
                          {"properties", nlohmann::json::object()},
                          {"pins", nlohmann::json::object()}};
-  for (const auto& [id, value] : state.properties) json["properties"][std::to_string(id)] = value;
-  if (state.mode == Mode::dab) json["dab"] = write_dab(state.dab);
-  if (state.mode == Mode::fm) json["fm"] = write_fm(state.fm);
+  for (const auto& [id, value] : state.chip.properties) json["properties"][std::to_string(id)] = value;
+  if (state.chip.mode == Mode::dab) json["dab"] = write_dab(state.chip.dab);
+  if (state.chip.mode == Mode::fm) json["fm"] = write_fm(state.chip.fm);
   for (const auto& [number, pin] : state.pins)
     json["pins"][std::to_string(number)] = {{"function", pin.function}, {"pull", pin.pull}, {"level", pin.level}};
   return json.dump(2) + "\n";
@@ -149,21 +149,21 @@ Board_state parse_state(std::string_view text, const std::string& name) {
   const Json_reader json(parsed, name);
   json.expect_keys({"mode", "command_error", "command_overflow", "properties", "dab", "fm", "pins"});
   Board_state state;
-  state.mode = read_mode(json.at("mode"));
-  json.read("command_error", state.command_error);
-  json.read("command_overflow", state.command_overflow);
+  state.chip.mode = read_mode(json.at("mode"));
+  json.read("command_error", state.chip.command_error);
+  json.read("command_overflow", state.chip.command_overflow);
   if (json.has("properties"))
     for (const auto& [key, value] : json.at("properties").members())
-      state.properties[static_cast<uint16_t>(key_number(key, value, UINT16_MAX))] =
+      state.chip.properties[static_cast<uint16_t>(key_number(key, value, UINT16_MAX))] =
           static_cast<uint16_t>(value.whole_number(0, UINT16_MAX));
-  if (json.has("dab")) state.dab = read_dab(json.at("dab"));
-  if (json.has("fm")) state.fm = read_fm(json.at("fm"));
+  if (json.has("dab")) state.chip.dab = read_dab(json.at("dab"));
+  if (json.has("fm")) state.chip.fm = read_fm(json.at("fm"));
   if (json.has("pins")) state.pins = read_pins(json.at("pins"));
 
   const auto reset = state.pins.find(reset_pin);
   const bool released = reset != state.pins.end() && reset->second.function == output && reset->second.level;
-  if (released != (state.mode != Mode::reset))
-    json.fail("the chip is in mode " + in_quotes(mode_name(state.mode)) + " with its reset line " +
+  if (released != (state.chip.mode != Mode::reset))
+    json.fail("the chip is in mode " + in_quotes(mode_name(state.chip.mode)) + " with its reset line " +
               (released ? "high" : "low"));
   return state;
 }

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "simulator/board/fault_file.h"
 #include "simulator/broadcast/broadcast_services.h"
-#include "simulator/chip/fm_receiver.h"
 
 // The built-in file, embedded by the assembler.
 extern "C" const char kelvo_default_broadcast[];
@@ -125,7 +123,7 @@ std::vector<Fm_station> read_fm_stations(const Json_reader& json) {
   for (const Json_reader& entry : json.elements()) {
     entry.expect_keys({"khz", "signal", "rds"});
     Fm_station station;
-    station.khz = static_cast<uint32_t>(entry.at("khz").whole_number(Fm_receiver::band_bottom, Fm_receiver::band_top));
+    station.khz = static_cast<uint32_t>(entry.at("khz").whole_number(fm_band_bottom, fm_band_top));
     if (station.khz % 10 != 0) entry.at("khz").fail("not a multiple of 10");
     for (const Fm_station& other : stations)
       if (other.khz == station.khz) entry.fail("there is a station on this frequency already");
@@ -138,9 +136,7 @@ std::vector<Fm_station> read_fm_stations(const Json_reader& json) {
 
 }  // namespace
 
-Broadcast parse_broadcast(std::string_view text, const std::string& name) {
-  const nlohmann::json parsed = parse_json(text, name);
-  const Json_reader json(parsed, name);
+Broadcast read_broadcast(const Json_reader& json) {
   json.expect_keys(
       {"frequencies", "noise", "ensembles", "time", "local_offset_minutes", "fm", "chip", "board", "faults"});
   Broadcast air;
@@ -171,11 +167,13 @@ Broadcast parse_broadcast(std::string_view text, const std::string& name) {
     json.at("board").read("spi_enabled", air.spi_enabled);
     json.at("board").read("registers", air.registers);
   }
-  if (json.has("faults")) air.faults = read_faults(json.at("faults"));
   return air;
 }
 
-Broadcast read_broadcast(const std::string& path) { return parse_broadcast(read_text(path), path); }
+Broadcast parse_broadcast(std::string_view text, const std::string& name) {
+  const nlohmann::json parsed = parse_json(text, name);
+  return read_broadcast(Json_reader(parsed, name));
+}
 
 const Broadcast& default_broadcast() {
   static const Broadcast air = parse_broadcast(

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "simulator/chip/list_encoding.h"
-
 namespace sim {
 
 namespace {

@@ -1,22 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/host/environment.h"
 
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <optional>
 #include <string>
 
+#include "simulator/board/fault_file.h"
 #include "simulator/board/state_file.h"
-#include "simulator/board/trace.h"
-#include "simulator/broadcast/broadcast_file.h"
+#include "simulator/host/variables.h"
+#include "trace/trace.h"
 
 namespace sim {
 
 namespace {
 
-constexpr int exit_bad_broadcast = 2;
+constexpr int exit_bad_file = 2;
 constexpr int exit_hang = 3;
 
 // The program's own output comes first.
@@ -25,19 +28,42 @@ void complain(const std::string& what) {
   std::fprintf(stderr, "kelvo-sim: %s\n", what.c_str());
 }
 
-std::string variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr ? value : "";
+[[noreturn]] void refuse(const std::string& what) {
+  complain(what);
+  std::exit(exit_bad_file);
 }
 
-Broadcast chosen_broadcast() {
-  const std::string path = variable("KELVO_SIM_BROADCAST");
+void warn_of_unknown_variables() {
+  for (const std::string& name : unknown_variables())
+    complain("warning: " + name + " is not a variable of the simulated board");
+}
+
+// The broadcast and the faults that the variables choose.
+Board_file chosen_files() {
+  warn_of_unknown_variables();
   try {
-    return path.empty() ? default_broadcast() : read_broadcast(path);
+    const std::string broadcast = variable("KELVO_SIM_BROADCAST");
+    Board_file chosen = broadcast.empty() ? Board_file{.air = default_broadcast()} : read_board_file(broadcast);
+    if (const std::string faults = variable("KELVO_SIM_FAULTS"); !faults.empty())
+      for (const Fault& fault : read_fault_file(faults)) chosen.faults.push_back(fault);
+    return chosen;
   } catch (const File_error& error) {
-    complain(error.what());
-    std::exit(exit_bad_broadcast);
+    refuse(error.what());
   }
+}
+
+constexpr size_t all_bytes = std::numeric_limits<size_t>::max();
+
+// How many bytes of a transaction the trace shows; nothing: as it does by itself.
+std::optional<size_t> trace_bytes() {
+  const std::string text = variable("KELVO_SIM_TRACE_BYTES");
+  if (text.empty()) return std::nullopt;
+  if (text == "all") return all_bytes;
+  size_t bytes = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, bytes);
+  if (error != std::errc() || rest != end) refuse("KELVO_SIM_TRACE_BYTES is neither a number nor \"all\"");
+  return bytes;
 }
 
 // Where the state is kept; empty: nowhere.
@@ -58,22 +84,27 @@ std::string state_path() {
   return (directory / "board.json").string();
 }
 
-// The board of the program, with what the person in front of it hears of it.
-class Environment : public Board_log {
+// The board of the program, and what its user is told on standard error.
+class Environment : public trace::Observer {
  public:
-  Environment() : board_(chosen_broadcast()), state_path_(state_path()) {
+  explicit Environment(Board_file files) : board_(std::move(files.air)), state_path_(state_path()) {
+    for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
     board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
-    open_trace();
     load();
-    board_.add_log(*this);
+    open_trace();
+    board_.add_observer(*this);
   }
 
   Board& board() { return board_; }
 
   void finish() {
-    if (trace_) trace_->write_totals(board_.now(), board_.totals());
+    const std::vector<std::string> never_triggered = board_.never_triggered();
+    if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
     if (trace_ && !trace_file_) complain(variable("KELVO_SIM_TRACE") + ": the trace could not be written");
+    std::string faults;
+    for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
+    if (!faults.empty()) complain("warning: never triggered: " + faults);
     save();
   }
 
@@ -84,11 +115,12 @@ class Environment : public Board_log {
     std::exit(exit_hang);
   }
 
-  // A program may be stopped from outside at any time; the chip goes on all the same.
-  void lasting_change(Time /*now*/) override { save(); }
+  // A program may be killed at any time; the chip goes on anyway.
+  void persistent_change(Time /*now*/) override { save(); }
 
  private:
   void open_trace() {
+    const std::optional<size_t> most = trace_bytes();
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
     trace_file_.open(path, std::ios::trunc);
@@ -96,7 +128,7 @@ class Environment : public Board_log {
       complain(path + ": the trace cannot be written");
       return;
     }
-    board_.add_log(trace_.emplace(trace_file_));
+    board_.add_observer(trace_.emplace(trace_file_, most));
   }
 
   void load() {
@@ -119,7 +151,7 @@ class Environment : public Board_log {
   }
 
   std::ofstream trace_file_;
-  std::optional<Trace> trace_;
+  std::optional<trace::Trace> trace_;
   Board board_;
   std::string state_path_;
 };
@@ -133,7 +165,7 @@ Board* chosen_board = nullptr;
 
 Board& environment_board() {
   if (environment == nullptr) {
-    environment = new Environment;
+    environment = new Environment(chosen_files());
     std::atexit([] { environment->finish(); });
   }
   return environment->board();

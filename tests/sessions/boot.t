@@ -179,6 +179,7 @@ An application that does not start.
 
 Start-up, and a system in which SPI is switched off.
 
+  $ air
   $ KELVO_SIM_TRACE=/dev/stdout kelvo-sim -b X | sed -n '/^ /s/^ *[0-9.]* pin/pin/p'
   pin 23 output
   pin 7 input

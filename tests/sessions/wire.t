@@ -155,10 +155,10 @@ After a tune that is refused or never completes, the acquired ensemble alone dec
       100 wait 100000.000
         1 wait 500000.000
        10 wait 200000.000
+  $ air
   $ run -k
   Si468x shut down
   
-  $ air
   $ run -b D -f 33
   Boot up successful
   

@@ -24,11 +24,11 @@ using Seconds = std::chrono::duration<double>;
 struct Line {
   std::string name;
   const char* options;
-  sim::Board_state start{};
+  sim::Chip_state start{};
 };
 
-const sim::Board_state dab{.mode = sim::Mode::dab, .dab = {.tuned_index = 33}};
-const sim::Board_state fm{.mode = sim::Mode::fm};
+const sim::Chip_state dab{.mode = sim::Mode::dab, .dab = {.tuned_index = 33}};
+const sim::Chip_state fm{.mode = sim::Mode::fm};
 const Line lines[] = {
     {"boot-dab", "-b D"},
     {"boot-fm", "-b F"},
@@ -81,10 +81,10 @@ constexpr const char* out_of_memory = "out-of-memory";  // at an allocation inst
 
 // Watches the image download: when a chunk has failed in the eyes of the host, no further one may follow. A chunk is
 // over when a poll shows clear-to-send, or with the last poll; reads behind that belong to something else.
-class Download_watch : public sim::Board_log {
+class Download_watch : public trace::Observer {
  public:
   bool went_on = false;
-  void transaction(const sim::Transaction& done) override {
+  void transaction(const trace::Transaction& done) override {
     constexpr unsigned polls = 50;
     if (done.command == "HOST_LOAD") {
       went_on = went_on || failed_;
@@ -154,8 +154,8 @@ class Sweep {
 
  private:
   Ended run_on(sim::Board& board, uint64_t last_allocation) {
-    sim::Board_state start = line_.start;
-    if (start.mode != sim::Mode::reset) start.pins[23] = {.function = 1, .pull = 0, .level = true};
+    sim::Board_state start{.chip = line_.start};
+    if (start.chip.mode != sim::Mode::reset) start.pins[23] = {.function = 1, .pull = 0, .level = true};
     board.restore(start);
     sim::use_board(&board);
     std::filesystem::remove(scan_file);
@@ -168,9 +168,9 @@ class Sweep {
   // Runs the line on `board`. @return what is wrong with it
   std::string run(sim::Board& board, const sim::Fault* fault) {
     Download_watch watch;
-    board.add_log(watch);
+    board.add_observer(watch);
     const Ended ended = run_on(board, 0);
-    if (!board.unmet_faults().empty()) return "the fault was not met";
+    if (!board.never_triggered().empty()) return "the fault was never triggered";
     if (fault != nullptr && fault->bus == sim::Bus_fault::never_done)
       return board.totals().transactions + 1 == fault->transaction && !ended.hang.empty()
                  ? ""
