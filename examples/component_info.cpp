@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Prints what the chip knows of one component: language, label, and the user applications that it carries.
-// The chip is to be booted and tuned already, for example with: kelvo -b D -f 33
+// Prints the chip's information about one component: language, label, and the user applications that it carries.
+// Boot and tune the chip first, for example with: kelvo -b D -f 33
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr uint32_t service_id = 3779402283;  // as the service list tells it: "ServId"
+constexpr uint32_t service_id = 3779402283;  // "ServId" of the service list
 constexpr uint32_t component_id = 53925;     // "comp_ID"
 
 }  // namespace
@@ -19,7 +19,7 @@ int main() {
     std::puts("The SPI link cannot be opened.");
     return EXIT_FAILURE;
   }
-  std::array<uint8_t, 256> buffer{};  // the record's user applications lie in it
+  std::array<uint8_t, 256> buffer{};  // info.ua_data points into it
   Si468x_DAB_component_info info;
   info.ua_data = buffer.data();
   if (info.get_info(service_id, component_id) != 0) {

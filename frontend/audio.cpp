@@ -12,20 +12,13 @@ namespace {
 constexpr uint32_t loudest = 63;
 constexpr size_t longest_message = 100;
 
-constexpr uint16_t digital_output_mode = 0x0200;
-constexpr uint16_t digital_output_format = 0x0202;
-constexpr uint16_t audio_volume = 0x0300;
-constexpr uint16_t audio_output = 0x0800;
-constexpr uint16_t analogue_output = 1;
-constexpr uint16_t i2s_output = 2;
-
 }  // namespace
 
 int16_t set_properties_output(uint8_t enable) {
   const uint16_t settings[][2] = {
-      {digital_output_mode, 0x8000},
-      {audio_output, enable != 0 ? i2s_output : analogue_output},
-      {digital_output_format, 0x1000},
+      {Si468x_digital_output_mode, 0x8000},
+      {Si468x_audio_output, enable != 0 ? Si468x_i2s_output : Si468x_analogue_output},
+      {Si468x_digital_output_format, 0x1000},
   };
   for (const auto& setting : settings)
     if (Si468x_set_property(setting) != 0) return -1;
@@ -41,7 +34,7 @@ int16_t set_volume(uint32_t level) {
   }
   std::snprintf(buffer, longest_message, "Setting volume to %d\n", static_cast<int>(level));
   std::puts(buffer);
-  const uint16_t volume[2] = {audio_volume, static_cast<uint16_t>(level)};
-  Si468x_set_property(volume);  // a chip that refuses stays at its volume, in silence
+  const uint16_t volume[2] = {Si468x_audio_volume, static_cast<uint16_t>(level)};
+  Si468x_set_property(volume);  // fails silently; the chip keeps its volume
   return 0;
 }

@@ -10,12 +10,10 @@
 
 namespace {
 
-constexpr unsigned patch_settle_ms = 50;
-constexpr unsigned image_settle_ms = 100;
 constexpr unsigned hold_in_reset_ms = 2000;
 
 int16_t load_patch() {
-  Si468x_load_init();  // a refusal shows in the download that follows
+  Si468x_load_init();  // result ignored: the download after a refusal fails
   return Si468x_load_firmware_static(fw_rom00_patch016bin, sizeof fw_rom00_patch016bin);
 }
 
@@ -34,7 +32,7 @@ void hold_in_reset() {
 }  // namespace
 
 int16_t power_up_and_load_fw(uint8_t dab) {
-  Si468x_bus_enable();  // a link that does not start shows at power-up
+  Si468x_bus_enable();  // result ignored: without a link the power-up fails
   Si468x_reset();
   if (Si468x_power_up() != 0) {
     std::puts("Could not power up the Si468x");
@@ -45,13 +43,13 @@ int16_t power_up_and_load_fw(uint8_t dab) {
     std::puts("Patch not transmitted successfully\n");
     return 0;
   }
-  bcm2835_delay(patch_settle_ms);
+  bcm2835_delay(Si468x_patch_settle_ms);
   if (load_image(dab != 0) != 0) {
     std::puts("Firmware not transmitted successfully\n");
     hold_in_reset();
     return 0;
   }
-  bcm2835_delay(image_settle_ms);
+  bcm2835_delay(Si468x_image_settle_ms);
   if (Si468x_boot() != 0) {
     std::puts("Boot up failed\n");
     return 0;

@@ -25,15 +25,14 @@ void print_new_start_banner() {
 }
 
 void boot(char firmware) {
-  // How it went is judged by the chip's power-up state alone.
+  // Result ignored: the power-up state decides.
   if (firmware == 'D') power_up_and_load_fw(1);
   if (firmware == 'F') power_up_and_load_fw(0);
 }
 
 bool application_runs() {
-  constexpr uint8_t application_running = 3;
   Si468x_chip_info chip;
-  return chip.get_status() >= 0 && chip.powerup_state == application_running;
+  return chip.get_status() >= 0 && chip.powerup_state == Si468x_application_runs;
 }
 
 void play(const arguments& options) {
@@ -43,8 +42,8 @@ void play(const arguments& options) {
     std::puts("To play, a service id and component id have to be given\n");
 }
 
-// The actions asked for, in the one order in which they make sense; each reports its own failure in its own words.
-// Returns false when tuning failed, which ends the run.
+// The requested actions, in their fixed order; each prints its own failure. Returns false when tuning failed, which
+// ends the run.
 bool perform_actions(const arguments& options) {
   if (options.i2s_out) set_properties_output(static_cast<uint8_t>(options.i2s_enable));
   if (options.frequency != 0 && tune_freq(options.frequency) == -1) return false;
@@ -73,7 +72,7 @@ int run(const arguments& options) {
     return 0;
   }
   if (!perform_actions(options)) return 0;
-  if (!options.shutdown) std::exit(0);  // the chip goes on playing, the link stays as it is
+  if (!options.shutdown) std::exit(0);  // the chip continues to play; the link stays open
   Si468x_power_down();
   std::puts("Si468x shut down\n");
   return 0;
@@ -82,8 +81,8 @@ int run(const arguments& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // Line by line also into a pipe: a message is to be seen before the long operation that it announces, and ahead of
-  // what argp writes to standard error.
+  // Line buffered also into a pipe: a message appears before the long operation that it announces, and before argp's
+  // text on standard error.
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   std::puts("Starting...kelvo DAB radio client");
   std::puts(argp_program_version);

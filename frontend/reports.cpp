@@ -10,11 +10,11 @@
 
 namespace {
 
-// A JSON report may end without a line end; it is to be seen before the next action starts all the same.
+// A JSON report may end without a line end: flush it before the next action.
 template <typename Record>
 int write_json(const Record& record) {
   std::stringstream json;
-  json.exceptions(std::ios::badbit);  // memory that runs out must not pass for a report that is complete
+  json.exceptions(std::ios::badbit);  // throw on allocation failure instead of truncating
   record.json_print_data(json);
   const std::string_view text = json.view();
   std::fwrite(text.data(), 1, text.size(), stdout);
@@ -76,8 +76,8 @@ int print_ensembletime_json() {
 
 int16_t get_rds_status() {
   const uint16_t settings[][2] = {
-      {0x3C02, 1},       // FM RDS configuration: reception on
-      {0x3900, 0x3900},  // an FM setting whose meaning is not settled; the value equals the id on purpose
+      {Si468x_fm_rds_config, 1},
+      {0x3900, 0x3900},  // an FM setting of unknown meaning; the value equals the id deliberately
   };
   for (const auto& setting : settings)
     if (const int16_t r = Si468x_set_property(setting); r != 0) return r;

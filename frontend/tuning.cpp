@@ -12,7 +12,7 @@ int16_t tune_freq(uint8_t index) {
   constexpr unsigned poll_ms = 200;
   constexpr int polls = 10;
 
-  Si468x_DAB_tune_freq(index);  // the tune is judged by the ensemble alone
+  Si468x_DAB_tune_freq(index);  // result ignored: the acquired ensemble decides
   bcm2835_delay(settle_ms);
   for (int poll = 0; poll < polls; ++poll) {
     Si468x_DAB_digrad_status status;
@@ -28,8 +28,7 @@ int16_t tune_freq(uint8_t index) {
 }
 
 int16_t play_station(uint32_t service, uint32_t component) {
-  constexpr uint8_t audio_service = 0;
-  if (Si468x_start_digital_service(audio_service, service, component) != 0) {
+  if (Si468x_start_digital_service(Si468x_audio_service, service, component) != 0) {
     std::puts("Could not start service\n");
     return -1;
   }

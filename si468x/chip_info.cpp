@@ -34,6 +34,10 @@ constexpr Field<Info> part_fields[] = {
     field<&Info::part_number>       (8, 0, 16, "Part Number:"),
 };
 
+constexpr Field<Info> image_fields[] = {
+    field<&Info::image>(4, 0, 8),
+};
+
 constexpr Field<Info> revision_fields[] = {
     field<&Info::revision_major>(4, 0, 8),
     field<&Info::revision_minor>(5, 0, 8),
@@ -62,42 +66,41 @@ const char* image_name(uint8_t image) { return image < std::size(image_names) ? 
 int16_t Si468x_chip_info::get_status() {
   std::array<uint8_t, 7> reply{};  // its first byte, 0x00, goes out as RD_REPLY
   if (Si468x_SPI_RW_data(reply.data(), reply.size()) != 0) return Si468x_failure(-1, 11);
-  decode(*this, status_fields, Reply_view(reply));
+  decode<status_fields>(*this, reply);
   return 0;
 }
 
 int16_t Si468x_chip_info::get_part_info() {
   std::array<uint8_t, 24> reply{};
   if (const int16_t r = query(0x08, 0x00, reply); r != 0) return Si468x_failure(r, 21);  // GET_PART_INFO
-  decode(*this, part_fields, Reply_view(reply));
+  decode<part_fields>(*this, reply);
   return 0;
 }
 
 int16_t Si468x_chip_info::get_sys_state() {
   std::array<uint8_t, 7> reply{};
   if (const int16_t r = query(0x09, 0x00, reply); r != 0) return Si468x_failure(r, 12);  // GET_SYS_STATE
-  image = Reply_view(reply).u8(4);
+  decode<image_fields>(*this, reply);
   return 0;
 }
 
 int16_t Si468x_chip_info::get_func_info() {
   std::array<uint8_t, 13> reply{};
   if (const int16_t r = query(0x12, 0x00, reply); r != 0) return Si468x_failure(r, 13);  // GET_FUNC_INFO
-  const Reply_view view(reply);
-  decode(*this, revision_fields, view);
-  decode(*this, build_fields, view);
-  if (no_svn_info == 0) decode(*this, svn_fields, view);
+  decode<revision_fields>(*this, reply);
+  decode<build_fields>(*this, reply);
+  if (no_svn_info == 0) decode<svn_fields>(*this, reply);
   return 0;
 }
 
 void Si468x_chip_info::print_data() const {
   std::puts("Chip info ---------------------------- ");
-  print_fields(*this, status_fields);
-  print_fields(*this, part_fields);
+  print_fields<status_fields>(*this);
+  print_fields<part_fields>(*this);
   print_label("Firmware image running the sysstate CMD:");
   std::puts(image_name(image));
   print_label("Revision number:");
   std::printf("%u.%u.%u\n", revision_major, revision_minor, revision_build);
-  print_fields(*this, build_fields);
-  print_fields(*this, svn_fields);
+  print_fields<build_fields>(*this);
+  print_fields<svn_fields>(*this);
 }

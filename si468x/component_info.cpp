@@ -50,10 +50,10 @@ int16_t Si468x_DAB_component_info::get_info(uint32_t service_id, uint32_t compon
   std::array<uint8_t, fixed_length> head{};
   if (const int16_t r = read_component(service_id, component_id, head.data(), head.size()); r != 0)
     return Si468x_failure(r, 30);
-  const Reply_view reply(head);
-  decode(*this, head_fields, reply);
+  decode<head_fields>(*this, head);
+  static_assert(1 + label_at + std::tuple_size_v<decltype(label)> <= fixed_length);
   std::copy_n(head.data() + 1 + label_at, label.size(), label.begin());
-  decode(*this, tail_fields, reply);
+  decode<tail_fields>(*this, head);
   if (ua_length > longest_ua_length) return Si468x_failure(-4, 1030 + 100 * uint32_t{ua_length});
 
   const auto whole_length = static_cast<uint16_t>(fixed_length + ua_length);
@@ -92,11 +92,11 @@ int16_t Si468x_user_application_data::get_ua_data(const Si468x_DAB_component_inf
 
 void Si468x_DAB_component_info::print_info() const {
   std::puts("DAB component info ------------------- ");
-  print_fields(*this, head_fields);
+  print_fields<head_fields>(*this);
   print_label("Label:");
   std::fwrite(label.data(), 1, label.size(), stdout);  // by length: the chip's bytes, zeros and all
   std::putchar('\n');
-  print_fields(*this, tail_fields);
+  print_fields<tail_fields>(*this);
   for (uint8_t i = 0; i < ua_count; ++i) {
     Si468x_user_application_data application;
     if (application.get_ua_data(this, i) != 0) return;

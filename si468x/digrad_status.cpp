@@ -41,19 +41,19 @@ int16_t Si468x_DAB_digrad_status::get_new_status() {
   std::array<uint8_t, 24> reply{};
   if (const int16_t r = query(0xB2, 0x00, reply); r != 0)
     return Si468x_failure(r, 22);  // DAB_DIGRAD_STATUS, nothing acknowledged
-  decode(*this, status_fields, Reply_view(reply));
+  decode<status_fields>(*this, reply);
   return 0;
 }
 
 void Si468x_DAB_digrad_status::print_data() const {
   std::puts("Digrad status ------------------------ ");
-  print_fields(*this, status_fields);
+  print_fields<status_fields>(*this);
 }
 
 int Si468x_DAB_digrad_status::json_print_data(std::stringstream& ss) const {
   Json_text json(ss);
   json.raw("\"DigradStatus\": {\n");
-  json_fields(json, *this, status_fields);
+  json_fields<status_fields>(json, *this);
   json.raw("}");
-  return json.write();
+  return json.end();
 }

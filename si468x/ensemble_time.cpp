@@ -27,7 +27,7 @@ int16_t Si468x_time::get_ensembletime() {
   std::array<uint8_t, 12> reply{};
   if (const int16_t r = query(0xBC, 0x01, reply); r != 0)
     return Si468x_failure(r, 35);  // DAB_GET_TIME, UTC rather than local time
-  decode(*this, time_fields, Reply_view(reply));
+  decode<time_fields>(*this, reply);
   return 0;
 }
 
@@ -40,7 +40,7 @@ int Si468x_time::print_data() const {
 int Si468x_time::json_print_data(std::stringstream& ss) const {
   Json_text json(ss);
   json.raw("\"ensembleTime\": {\n");
-  json_fields(json, *this, time_fields);
+  json_fields<time_fields>(json, *this);
   json.raw("}\n");
-  return json.write();
+  return json.end();
 }

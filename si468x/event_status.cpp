@@ -33,7 +33,7 @@ constexpr Field<Events> event_fields[] = {
 int16_t read_events(Si468x_DAB_event_status& events) {
   std::array<uint8_t, 9> reply{};
   if (const int16_t r = query(0xB3, 0x01, reply); r != 0) return r;  // DAB_GET_EVENT_STATUS, acknowledge
-  decode(events, event_fields, Reply_view(reply));
+  decode<event_fields>(events, reply);
   return 0;
 }
 
@@ -44,5 +44,5 @@ int16_t Si468x_DAB_event_status::get_new_status() {
 
 void Si468x_DAB_event_status::print_data() const {
   std::puts("Event status ------------------------- ");
-  print_fields(*this, event_fields);
+  print_fields<event_fields>(*this);
 }

@@ -52,7 +52,7 @@ int16_t Si468x_tune_next_station() {
 int16_t Si468x_FM_rsq_status::get_status() {
   std::array<uint8_t, 23> reply{};
   const int16_t r = query_and_print(0x32, 0x09, reply, 61);  // FM_RSQ_STATUS
-  if (r == 0) decode(*this, rsq_fields, Reply_view(reply));
+  if (r == 0) decode<rsq_fields>(*this, reply);
   return r;
 }
 

@@ -2,34 +2,36 @@
 #include "si468x/json_text.h"
 
 #include <algorithm>
-#include <cassert>
 #include <charconv>
 
 void Json_text::raw(std::string_view text) {
-  std::copy(text.begin(), text.end(), room_for(text.size()));
+  while (text.size() > text_.size() - length_) {
+    const size_t part = text_.size() - length_;
+    std::copy_n(text.data(), part, text_.data() + length_);
+    length_ += part;
+    text.remove_prefix(part);
+    flush();
+  }
+  std::copy(text.begin(), text.end(), text_.data() + length_);
   length_ += text.size();
 }
 
-void Json_text::number(std::string_view key, uint32_t value, std::string_view end) {
-  char* const line = room_for(key.size() + end.size() + 14);  // `"": ` and the longest number, 4294967295
-  char* at = line;
-  *at++ = '"';
-  at = std::copy(key.begin(), key.end(), at);
-  at = std::copy_n("\": ", 3, at);
-  at = std::to_chars(at, at + 10, value).ptr;
-  at = std::copy(end.begin(), end.end(), at);
-  length_ += static_cast<size_t>(at - line);
+void Json_text::number(Json_key key, uint32_t value, std::string_view end) {
+  std::array<char, 10> digits{};  // the highest number is 4294967295
+  const char* const digits_end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  raw("\"");
+  raw(key.text());
+  raw("\": ");
+  raw({digits.data(), static_cast<size_t>(digits_end - digits.data())});
+  raw(end);
 }
 
-// `count` is that of one line, far below the whole.
-char* Json_text::room_for(size_t count) {
-  if (count > text_.size() - length_) write();
-  assert(count <= text_.size());
-  return text_.data() + length_;
+int Json_text::end() {
+  flush();
+  return 0;
 }
 
-int Json_text::write() {
+void Json_text::flush() {
   ss_.write(text_.data(), static_cast<std::streamsize>(length_));
   length_ = 0;
-  return 0;
 }

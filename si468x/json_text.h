@@ -8,7 +8,21 @@
 #include <sstream>
 #include <string_view>
 
-/// Text on its way into a stream, gathered on the stack: each write into a stream costs more than all the copying.
+/// The key of a member: a literal that is not empty. The rows of text reports have none.
+class Json_key {
+ public:
+  constexpr Json_key() = default;
+  consteval Json_key(const char* text) : text_(text) {
+    if (text_.empty()) throw "a member has no key";
+  }
+  constexpr std::string_view text() const { return text_; }
+
+ private:
+  std::string_view text_;
+};
+
+/// The text of one report on its way into a stream, gathered on the stack: each write into a stream costs more than all
+/// the copying. A report has one of these and passes it on to what it consists of.
 class Json_text {
  public:
   explicit Json_text(std::stringstream& ss) : ss_(ss) {}
@@ -17,13 +31,13 @@ class Json_text {
   void raw(std::string_view text);
 
   /// Appends `"key": value` and `end`.
-  void number(std::string_view key, uint32_t value, std::string_view end = ",\n");
+  void number(Json_key key, uint32_t value, std::string_view end = ",\n");
 
-  /// Writes into the stream what it does not have yet: before anybody else writes there, and at the end. @return 0
-  int write();
+  /// Ends the report: the stream then has all of its text. @return 0
+  [[nodiscard]] int end();
 
  private:
-  char* room_for(size_t count);
+  void flush();
 
   std::stringstream& ss_;
   std::array<char, 256> text_{};

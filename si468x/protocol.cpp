@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One exchange with the chip: command out, clear-to-send awaited, status checked, reply in.
+#include "si468x/protocol.h"
+
 #include <bcm2835.h>
 
 #include <array>
 #include <cstdio>
 
 #include "si468x/reply_view.h"
-#include "si468x/si468x.h"
+#include "si468x/spi/spi_link.h"
 
 uint32_t Si468x_ErrorCode = 0;
 

@@ -6,8 +6,13 @@
 #include <cstdint>
 #include <cstdio>
 
-/// The label, padded so that all values start in column 45.
-inline void print_label(const char* label) { std::printf("%-44s", label); }
+/// All values start in this column, counted from 0.
+constexpr int value_column = 44;
+
+/// The label, padded to the value's column.
+inline void print_label(const char* label) { std::printf("%-*s", value_column, label); }
 
 /// One line: label and value.
-inline void print_line(const char* label, uint32_t value) { std::printf("%-44s%" PRIu32 "\n", label, value); }
+inline void print_line(const char* label, uint32_t value) {
+  std::printf("%-*s%" PRIu32 "\n", value_column, label, value);
+}

@@ -70,6 +70,57 @@ int16_t decode_entry(const Si468x_digital_service_list& list, size_t offset, Si4
   return 0;
 }
 
+void write_component(Json_text& json, const Si468x_DAB_component& component, uint16_t component_no) {
+  json.raw("{\n");
+  json.number("ComponentNo", component_no);
+  json.number("comp_ID", component.comp_ID);
+  json.number("TMID", component.TMID);
+  switch (component.TMID) {
+    case Si468x_tmid_fidc:
+      json.number("FIDCId", component.FIDCId);
+      break;
+    case Si468x_tmid_packet_data:
+      json.number("SCId", component.SCId);
+      json.number("DGFlag", component.DGFlag);
+      break;
+    default:
+      json.number("SubChId", component.SubChId);
+      break;
+  }
+  json.number("CA_flag", component.CA_flag);
+  json.number("ps", component.ps);
+  json.number("ASCTyDSCTy", component.ASCTyDSCTy);
+  json.number("muA_info_valid", component.muA_info_valid, "\n");
+  json.raw("}");
+}
+
+void write_service(Json_text& json, const Si468x_service_data& service, uint16_t service_no) {
+  json.raw("{\n");
+  json.number("ServiceNo", service_no);
+  json.number("ServId", service.ServId);
+  json.number("AudioOrDataFlag", service.AudioOrDataFlag);
+  json.number("ServRef", service.ServRef);
+  json.number("CountryID", service.CountryID);
+  if (service.AudioOrDataFlag == 1) json.number("ECC", service.ECC);
+  json.number("ProgramType", service.ProgramType);
+  json.number("LinkingInfo", service.LinkingInfo);
+  json.number("NumberComponents", service.NumberComponents);
+  json.number("CAId", service.CAId);
+  json.number("local", service.local);
+  json.number("SICharset", service.SICharset);
+  json.raw("\"Label\": \"");
+  json.raw({reinterpret_cast<const char*>(service.Label.data()), service.Label.size()});
+  json.raw("\",\n\"ComponentList\": [\n");
+  Si468x_DAB_component component;
+  for (uint8_t j = 0; j < service.NumberComponents; ++j) {
+    // As with services: what cannot be decoded is written as the last one that could.
+    static_cast<void>(component.get_component(&service, j));
+    write_component(json, component, j);
+    if (j + 1 < service.NumberComponents) json.raw(",");
+  }
+  json.raw("]\n}");
+}
+
 }  // namespace
 
 int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
@@ -102,12 +153,11 @@ int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
   for (uint8_t i = 0; i < num_services; ++i) {
     // A service that cannot be decoded is written as the last one that could, so that the count stays true.
     if (i == 0 || next_entry(*this, offset) == 0) static_cast<void>(decode_entry(*this, offset, service));
-    json.write();
-    service.json_print_data(ss, i);
+    write_service(json, service, i);
     if (i + 1 < num_services) json.raw(",");
   }
   json.raw("]\n}");
-  return json.write();
+  return json.end();
 }
 
 int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list, uint8_t index) {
@@ -120,32 +170,8 @@ int16_t Si468x_service_data::get_service(const Si468x_digital_service_list* list
 
 int Si468x_service_data::json_print_data(std::stringstream& ss, uint16_t service_no) const {
   Json_text json(ss);
-  json.raw("{\n");
-  json.number("ServiceNo", service_no);
-  json.number("ServId", ServId);
-  json.number("AudioOrDataFlag", AudioOrDataFlag);
-  json.number("ServRef", ServRef);
-  json.number("CountryID", CountryID);
-  if (AudioOrDataFlag == 1) json.number("ECC", ECC);
-  json.number("ProgramType", ProgramType);
-  json.number("LinkingInfo", LinkingInfo);
-  json.number("NumberComponents", NumberComponents);
-  json.number("CAId", CAId);
-  json.number("local", local);
-  json.number("SICharset", SICharset);
-  json.raw("\"Label\": \"");
-  json.raw({reinterpret_cast<const char*>(Label.data()), Label.size()});
-  json.raw("\",\n\"ComponentList\": [\n");
-  Si468x_DAB_component component;
-  for (uint8_t j = 0; j < NumberComponents; ++j) {
-    // As with services: what cannot be decoded is written as the last one that could.
-    static_cast<void>(component.get_component(this, j));
-    json.write();
-    component.json_print_data(ss, j);
-    if (j + 1 < NumberComponents) json.raw(",");
-  }
-  json.raw("]\n}");
-  return json.write();
+  write_service(json, *this, service_no);
+  return json.end();
 }
 
 // Component
@@ -161,10 +187,10 @@ int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, 
   TMID = static_cast<uint8_t>(components.field(offset, 14, 2));
   comp_ID = components.u16(offset);
   switch (TMID) {
-    case 2:
+    case Si468x_tmid_fidc:
       FIDCId = static_cast<uint8_t>(components.field(offset, 0, 6));
       break;
-    case 3:
+    case Si468x_tmid_packet_data:
       SCId = static_cast<uint16_t>(components.field(offset, 0, 12));
       DGFlag = static_cast<uint8_t>(components.field(offset, 12, 1));
       break;
@@ -181,26 +207,6 @@ int16_t Si468x_DAB_component::get_component(const Si468x_service_data* service, 
 
 int Si468x_DAB_component::json_print_data(std::stringstream& ss, uint16_t component_no) const {
   Json_text json(ss);
-  json.raw("{\n");
-  json.number("ComponentNo", component_no);
-  json.number("comp_ID", comp_ID);
-  json.number("TMID", TMID);
-  switch (TMID) {
-    case 2:
-      json.number("FIDCId", FIDCId);
-      break;
-    case 3:
-      json.number("SCId", SCId);
-      json.number("DGFlag", DGFlag);
-      break;
-    default:
-      json.number("SubChId", SubChId);
-      break;
-  }
-  json.number("CA_flag", CA_flag);
-  json.number("ps", ps);
-  json.number("ASCTyDSCTy", ASCTyDSCTy);
-  json.number("muA_info_valid", muA_info_valid, "\n");
-  json.raw("}");
-  return json.write();
+  write_component(json, *this, component_no);
+  return json.end();
 }

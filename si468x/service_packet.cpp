@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <span>
 
 #include "si468x/record_fields.h"
 #include "si468x/si468x.h"
@@ -69,7 +70,7 @@ int16_t Si468x_digital_service_data::get_new_data(uint8_t* buf, uint32_t buf_siz
     if (open_when_clear_to_send(buf)) {
       Si468x_clear_array(buf + 2, header_length - 2);
       Si468x_SPI_RW_data_noCS(buf + 2, header_length - 2);
-      decode(*this, header_fields, Reply_view({buf, header_length}));
+      decode<header_fields>(*this, std::span<const uint8_t, header_length>(buf, header_length));
       payload = nullptr;
       const int16_t r = read_payload(*this, buf, buf_size);
       Si468x_SPI_CS_high();
@@ -82,7 +83,7 @@ int16_t Si468x_digital_service_data::get_new_data(uint8_t* buf, uint32_t buf_siz
 
 void Si468x_digital_service_data::print_data() const {
   std::puts("Digital Service data package received  ");
-  print_fields(*this, header_fields);
+  print_fields<header_fields>(*this);
   print_label("Data:");
   for (uint16_t i = 0; payload != nullptr && i < byte_count; ++i) {
     const uint8_t byte = payload[i];

@@ -2,22 +2,31 @@
 //
 // The driver of the Si468x digital radio receiver: the one header to include.
 //
-// A run, in order: Si468x_bus_init; to boot: Si468x_reset, Si468x_power_up, then for the ROM patch and again for
-// the application image Si468x_load_init and Si468x_load_firmware_static, then Si468x_boot; then any operation that the
-// running image knows. The chip keeps all that when the program ends; Si468x_power_down ends it.
+// A run, in order; examples/receive.cpp is a program of these steps:
+//   1. Si468x_bus_init, once per program.
+//   2. To boot: Si468x_reset, Si468x_power_up; Si468x_load_init and a download of the ROM patch, a pause of
+//      Si468x_patch_settle_ms; Si468x_load_init and a download of the application image, a pause of
+//      Si468x_image_settle_ms; Si468x_boot. A download is Si468x_load_firmware_static or Si468x_load_firmware.
+//   3. To receive DAB: Si468x_DAB_tune_freq; read Si468x_DAB_digrad_status until `acq` is set; read
+//      Si468x_DAB_event_status until `service_list_available` is set; then read the service list and start a service.
+//      Si468x_DAB_tune_freq_save does all of this but the last two steps. Services and the service list do not exist
+//      before.
+//   4. The chip keeps its image, tuning, services and properties when the program ends; Si468x_power_down ends all.
+// Pauses are made with bcm2835_delay, so that a program also runs on the simulated board.
 //
-// Results. An operation returns 0 on success and a negative number on failure. Of a command (Si468x_send_cmd) that is
-// -1 data lost on the link or an arbiter error, -2 command refused or non-recoverable error, -3 no clear-to-send in
-// time, -6 no reply buffer; "the command's result" below is one of these, passed on. What else an operation returns is
-// said there. Each failure also leaves its own code in Si468x_ErrorCode; docs/error-codes.md lists them. Nothing is
-// printed unasked.
+// Results. An operation returns 0 on success and a negative number on failure. A command (Si468x_send_cmd) returns
+// -1 for data lost on the link or an arbiter error, -2 for a refused command or a non-recoverable error, -3 for no
+// clear-to-send in time, -6 for no reply buffer; "the command's result" below is one of these, passed on. Other results
+// are documented with each operation. Each failure stores its own code in Si468x_ErrorCode; docs/error-codes.md lists
+// them. Only reports print.
 //
-// Buffers. A command is sent in place: its buffer afterwards holds what came back meanwhile. A reply buffer holds one
-// meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data. Multi-byte
-// values are little-endian on the wire. Records own nothing: those with a pointer point into a buffer of the caller's.
+// Buffers. A command is sent in place: the buffer then holds the bytes received during the transfer. A reply buffer
+// holds one meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data.
+// Multi-byte values are little-endian on the wire. Records own nothing: a pointer in a record points into a buffer of
+// the caller.
 //
-// Records. A new record is all zero (a service's label all blanks). A get_... method fills it from one answer of the
-// chip and, where not said otherwise, leaves it alone when it fails. The print_... methods, the two FM get_status
+// Records. A new record is all zero (a service's label all blanks). A get_... method fills it from one reply of the
+// chip and leaves it unchanged when it fails, except where documented. The print_... methods, the two FM get_status
 // methods and Si468x_hex_print write text to standard output; json_print_data appends one JSON member or object to a
 // stream, without a comma before or after it, and returns 0.
 //
@@ -28,12 +37,14 @@
 #include <cstdint>
 #include <sstream>
 
+#include "si468x/bus.h"
+#include "si468x/protocol.h"
 #include "si468x/spi/spi_link.h"
 
-/// Code of the driver's latest failure, 0 before the first. Success leaves it alone, the driver never reads it.
-extern uint32_t Si468x_ErrorCode;
-
 // ---- Power-up, firmware, boot -------------------------------------------------------------------------------------
+
+inline constexpr unsigned Si468x_patch_settle_ms = 50;   ///< pause after the download of the ROM patch
+inline constexpr unsigned Si468x_image_settle_ms = 100;  ///< pause between the download of the application and its boot
 
 /// Powers the chip up with the board's 19.2 MHz crystal (POWER_UP) and expects its bootloader to run.
 /// @return 0; the command's result with code 4; -5 with code 104 when STATUS3 is not 0x80.
@@ -55,8 +66,8 @@ int16_t Si468x_load_init();
 /// clear-to-send. @return 0; -1 with code 9.
 [[nodiscard]] int16_t Si468x_load_firmware_flash(uint32_t address);
 
-/// Sends one chunk (HOST_LOAD) and waits up to about 125 ms until the chip has taken it. Of `len` the low 16 bits
-/// count, at most 4092 is sensible; `data` is overwritten. @return 0; -3 with code 160; -1 or -2 with code 260.
+/// Sends one chunk (HOST_LOAD) and waits up to about 125 ms until the chip has taken it. Only the low 16 bits of `len`
+/// are used; pass at most 4092. `data` is overwritten. @return 0; -3 with code 160; -1 or -2 with code 260.
 [[nodiscard]] int16_t Si468x_load_firmware_datapackage(uint8_t* data, uint32_t len);
 
 /// Starts the downloaded application (BOOT). @return 0; the command's result with code 10; -4 with code 110 when
@@ -68,18 +79,20 @@ void Si468x_power_down();
 
 // ---- Chip information ---------------------------------------------------------------------------------------------
 
-/// What the chip says about itself. Each method sets its own fields.
+inline constexpr uint8_t Si468x_application_runs = 3;  ///< power-up state
+
+/// The chip's status, part and running image. Each method sets its own fields.
 struct Si468x_chip_info {
   uint8_t chip_mask_revision = 0, rom_id = 0;
   uint8_t image = 0;  ///< running image: 0 bootloader, 1 FMHD, 2 DAB, ...
   uint16_t part_number = 0;
   uint8_t revision_major = 0, revision_minor = 0, revision_build = 0;  ///< of the running image
   uint8_t no_svn_info = 0, mixed_revisions = 0, local_modifications = 0;
-  uint8_t build_location = 0;  ///< set only when no_svn_info is 0, as is svn_id
+  uint8_t build_location = 0;  ///< set only when no_svn_info is 0; so is svn_id
   uint32_t svn_id = 0;
   uint8_t clear_to_send = 0, command_error = 0, digital_radio_link_change_int = 0, data_component_int = 0;
   uint8_t seek_tune_complete = 0, digital_radio_event_change_int = 0;
-  uint8_t powerup_state = 0;  ///< 2 bootloader, 3 application
+  uint8_t powerup_state = 0;  ///< 2 bootloader, Si468x_application_runs
   uint8_t dsp_frame_overrun = 0, read_reply_data_dropped = 0, command_write_data_dropped = 0;
   uint8_t arbiter_error = 0, non_recoverable_error = 0;
 
@@ -91,6 +104,15 @@ struct Si468x_chip_info {
 };
 
 // ---- Properties ---------------------------------------------------------------------------------------------------
+
+/// Ids of properties, and their values.
+inline constexpr uint16_t Si468x_audio_volume = 0x0300;  ///< 0 (low) to 63 (high)
+inline constexpr uint16_t Si468x_audio_output = 0x0800;  ///< one of the next two
+inline constexpr uint16_t Si468x_analogue_output = 1;
+inline constexpr uint16_t Si468x_i2s_output = 2;                  ///< turns the analogue output off
+inline constexpr uint16_t Si468x_digital_output_mode = 0x0200;    ///< I2S: 0x8000, written before the audio output
+inline constexpr uint16_t Si468x_digital_output_format = 0x0202;  ///< I2S: 0x1000, written after it
+inline constexpr uint16_t Si468x_fm_rds_config = 0x3C02;          ///< 1: RDS reception on
 
 /// Writes property prop[0] = prop[1] (SET_PROPERTY) and reads it back. `prop` holds two numbers and is not changed.
 /// @return 0; the command's result with code 18 (write) or 118 (read-back); -6 with code 218 when another value is
@@ -113,19 +135,22 @@ struct Si468x_DAB_digrad_status;
 /// @return 0; the command's result with code 19 (count unread, 0) or 119 (count set, no entry written).
 [[nodiscard]] int16_t Si468x_DAB_get_freq_list(uint32_t* freqs, uint8_t* count, uint8_t capacity);
 
-/// Tunes to entry `index` of the chip's own list (DAB_TUNE_FREQ) and waits for seek/tune complete: looks at once, then
-/// every 100 ms, 100 times at most (about 10 s). An error seen on the way leaves code 114; the wait goes on.
-/// @return 0 when complete; the command's result with code 21; out of time, code 121 and what the last look gave, 0, -1
-/// or -2.
+/// Tunes to entry `index` of the chip's own list (DAB_TUNE_FREQ) and polls for seek/tune complete: immediately, then
+/// every 100 ms, 100 times at most (about 10 s). A poll that fails records code 114 but does not end the wait.
+/// @return 0 when complete; the command's result with code 21; out of time, the last poll's result, 0, -1 or -2, with
+/// code 121.
 int16_t Si468x_DAB_tune_freq(uint8_t index);
 
-/// The scan's step for one frequency: tunes, reads `status`, and where it shows a usable ensemble (valid, FIC
-/// quality 30 or more) waits up to about 10 s for its service list to be stable, acknowledging the chip's events.
+/// The scan's step for one frequency: tunes and reads `status`. If it shows a usable ensemble (valid, FIC quality 30 or
+/// more), waits up to about 10 s for a stable service list, acknowledging the chip's events.
 /// @return 1 service list ready; 0 nothing usable; -1 with code 365 list not stable in time; -2 or less with code 65
 /// (tune), 165 (status) or 265 (events); after 65 and 165 `status` is unchanged.
 [[nodiscard]] int16_t Si468x_DAB_tune_freq_save(uint8_t index, Si468x_DAB_digrad_status& status);
 
-/// Starts a service component of the tuned ensemble (START_DIGITAL_SERVICE); service type 0 audio, 1 data.
+inline constexpr uint8_t Si468x_audio_service = 0;  ///< service types
+inline constexpr uint8_t Si468x_data_service = 1;
+
+/// Starts a service component of the tuned ensemble (START_DIGITAL_SERVICE). `service_type` is one of the two above.
 /// @return 0; the command's result with code 32.
 [[nodiscard]] int16_t Si468x_start_digital_service(uint8_t service_type, uint32_t service_id, uint32_t component_id);
 
@@ -170,7 +195,7 @@ struct Si468x_DAB_event_status {
 
 // ---- DAB: service list --------------------------------------------------------------------------------------------
 
-/// The ensemble's service list: its header, and where its entries lie in the caller's buffer.
+/// The ensemble's service list: its header, and the position of its entries in the caller's buffer.
 struct Si468x_digital_service_list {
   uint16_t version = 0;
   uint8_t num_services = 0;
@@ -204,13 +229,19 @@ struct Si468x_service_data {
   int json_print_data(std::stringstream& ss, uint16_t service_no) const;
 };
 
+/// Transport mechanisms of a component.
+inline constexpr uint8_t Si468x_tmid_stream_audio = 0;  ///< DAB and DAB+ audio
+inline constexpr uint8_t Si468x_tmid_stream_data = 1;
+inline constexpr uint8_t Si468x_tmid_fidc = 2;  ///< in the fast information channel
+inline constexpr uint8_t Si468x_tmid_packet_data = 3;
+
 /// One component of a service. Which of the ids is set depends on TMID; the others keep their value.
 struct Si468x_DAB_component {
   uint32_t comp_ID = 0;
-  uint8_t SubChId = 0;  ///< TMID 0 and 1
-  uint8_t TMID = 0;     ///< transport mechanism
-  uint8_t FIDCId = 0;   ///< TMID 2
-  uint16_t SCId = 0;    ///< TMID 3, as DGFlag
+  uint8_t SubChId = 0;  ///< of streams
+  uint8_t TMID = 0;
+  uint8_t FIDCId = 0;  ///< of Si468x_tmid_fidc
+  uint16_t SCId = 0;   ///< of Si468x_tmid_packet_data, like DGFlag
   uint8_t DGFlag = 0;
   uint8_t CA_flag = 0, ps = 0, ASCTyDSCTy = 0, muA_info_valid = 0;
 
@@ -232,7 +263,7 @@ struct Si468x_DAB_component_info {
 
   /// DAB_GET_COMPONENT_INFO, read twice: fixed fields, then all of it. Set `ua_data` before each call.
   /// @return 0; the command's result with code 30 or 130 (second read); -4 with code 1030 + 100 ua_length when that is
-  /// above 227. But for code 30 the fields before `ua_data` are set.
+  /// above 227. The fields before `ua_data` are set, except with code 30.
   int16_t get_info(uint32_t service_id, uint32_t component_id);
   void print_info() const;
 };
@@ -263,8 +294,8 @@ struct Si468x_digital_service_data {
   /// header, and behind it the payload. Header and payload are one transaction.
   /// @return 0 with `payload` set, or null when the chip holds no packet; -3 with code 34 (no clear-to-send in 10
   /// tries) or 234 (no packet ready); -2 with code 134 (overflow); -4 with code 334 (the packet needs more than
-  /// `buf_size`). Where a header was read, its fields are set also on failure, and `payload` is null unless a payload
-  /// was read; with code 34, and with a buffer below 25 bytes, the record is left alone.
+  /// `buf_size`). If a header was read, its fields are set even on failure, and `payload` is null unless a payload was
+  /// read. With code 34, and with a buffer below 25 bytes, the record is unchanged.
   int16_t get_new_data(uint8_t* buf, uint32_t buf_size);
   void print_data() const;
 };
@@ -282,8 +313,8 @@ struct Si468x_time {
 
 // ---- FM -----------------------------------------------------------------------------------------------------------
 
-/// Seeks the next station (FM_SEEK_START) and waits for it as Si468x_DAB_tune_freq does.
-/// @return 0; the command's result with code 60; out of time, code 160 and what the last look gave.
+/// Seeks the next station (FM_SEEK_START) and waits for it like Si468x_DAB_tune_freq.
+/// @return 0; the command's result with code 60; out of time, the last poll's result, 0, -1 or -2, with code 160.
 int16_t Si468x_tune_next_station();
 
 /// Received signal quality of the tuned FM station.
@@ -305,33 +336,3 @@ struct Si468x_FM_rsq_status {
 struct Si468x_FM_rds_status {
   int16_t get_status();  ///< FM_RDS_STATUS; prints the 21 reply bytes. @return 0; the command's result with code 62.
 };
-
-// ---- The protocol beneath: for commands that the driver does not offer ----------------------------------------------
-
-/// Sends a command and waits for clear-to-send, at once and then with growing pauses (50 polls, about 1.23 s); checks
-/// the status; reads `reply_len` bytes into `reply` (response bytes + 5; 0 with a null `reply` reads nothing); checks
-/// again.
-/// @return 0; -3 with code 160 (no clear-to-send); -1 or -2 with code 260 or 560 (bad status, before or in the reply);
-/// -6 with code 360 (`reply_len` without `reply`).
-int16_t Si468x_send_cmd(uint8_t* cmd, uint8_t* reply, uint16_t cmd_len, uint16_t reply_len);
-
-/// Sends a command, no more. @return 0; -1 with code 57.
-int16_t Si468x_send_cmd_simple(uint8_t* cmd, uint16_t len);
-
-/// Reads `len` bytes of the chip's reply (RD_REPLY) into `buf` and checks nothing. @return 0; -1 with code 56.
-int16_t Si468x_read_reply(uint8_t* buf, uint16_t len);
-
-/// Reads 7 bytes of the reply into `buf` and checks the status. @return 0; -1 with code 14; -1 or -2 with code 114.
-int16_t Si468x_rd_reply(uint8_t* buf);
-
-/// Stores `code` in Si468x_ErrorCode. @return `result`.
-int16_t Si468x_failure(int16_t result, uint32_t code);
-
-/// Zeroes `len` bytes of `buf`, the last one first.
-void Si468x_clear_array(uint8_t* buf, uint16_t len);
-
-/// @return the smaller one.
-int16_t Si468x_min(int16_t a, int16_t b);
-
-/// Prints `label`, then each byte as two hex digits and a space, then a line end.
-void Si468x_hex_print(const uint8_t* buf, uint16_t len, const char* label);

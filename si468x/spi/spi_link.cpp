@@ -5,7 +5,6 @@
 
 #include <cstdio>
 
-#include "si468x/si468x.h"
 #include "si468x/spi/split_transfer.h"
 
 namespace {
@@ -15,7 +14,7 @@ constexpr uint8_t chip_select_1_pin = 7;  // not wired to the chip; pulled up so
 constexpr uint16_t clock_divider = 32;
 constexpr const char* spi_device = "/dev/spidev0.0";
 
-// The file tells that SPI is enabled in the system; all traffic goes through the mapped registers.
+// The file exists where SPI is enabled in the system; all traffic goes through the mapped registers.
 bool spi_enabled_in_system() {
   std::FILE* const device = std::fopen(spi_device, "r");
   if (device == nullptr) return false;
@@ -64,15 +63,4 @@ int16_t Si468x_SPI_RW_data(uint8_t* buf, uint16_t len) {
 int16_t Si468x_SPI_RW_data_noCS(uint8_t* buf, uint16_t len) {
   bcm2835_spi_transfern_noCS(buf, len);
   return 0;
-}
-
-int16_t Si468x_bus_init() { return Si468x_SPI_setup() == 0 ? int16_t{0} : Si468x_failure(-6, 1); }
-int16_t Si468x_bus_enable() { return Si468x_SPI_enable() == 0 ? int16_t{0} : Si468x_failure(-6, 3); }
-void Si468x_bus_disable() { Si468x_SPI_disable(); }
-
-void Si468x_reset() {
-  Si468x_SPI_RSTB_low();
-  bcm2835_delay(200);
-  Si468x_SPI_RSTB_high();
-  bcm2835_delay(50);
 }

@@ -8,20 +8,8 @@
 
 #include <cstdint>
 
-/// Maps the peripherals, checks that "/dev/spidev0.0" exists (SPI enabled in the system), sets up the pins and SPI0.
-/// Once per run, before anything else. @return 0; -6 with code 1 when a step fails, the earlier steps staying in force.
-[[nodiscard]] int16_t Si468x_bus_init();
-
-/// Starts SPI0 again with its settings. @return 0; -6 with code 3 when the library cannot start it.
-int16_t Si468x_bus_enable();
-
-/// Stops SPI0 and gives its pins back; the registers stay mapped.
-void Si468x_bus_disable();
-
-/// Reset pulse: RSTB low for 200 ms, then high, then 50 ms for the chip to wake.
-void Si468x_reset();
-
-/// The set-up steps behind Si468x_bus_init. @return 0, or -1.
+/// Maps the peripherals, checks that "/dev/spidev0.0" exists, sets up the pins and SPI0. @return 0; -1 when a step
+/// fails; the earlier steps stay in force.
 [[nodiscard]] int16_t Si468x_SPI_setup();
 
 /// Starts SPI0 and applies the settings. @return 0, or -1.
@@ -30,7 +18,7 @@ void Si468x_reset();
 /// Stops SPI0.
 void Si468x_SPI_disable();
 
-/// Stops SPI0 and unmaps the peripherals; only Si468x_bus_init may follow.
+/// Stops SPI0 and unmaps the peripherals; only Si468x_SPI_setup may follow.
 void Si468x_SPI_shutdown();
 
 /// Holds the chip in reset.

@@ -47,3 +47,17 @@ The service was stopped, so it can be started again. Without a running applicati
   $ example-data_packets-sim
   The service cannot be started (code 32).
   [1]
+
+The third does everything from reset on. The simulated chip only counts the bytes of an image.
+
+  $ head -c 5796 /dev/zero > patch
+  $ head -c 521448 /dev/zero > image
+  $ KELVO_SIM_TRACE=trace example-receive-sim patch image | sed -n '1p; $p'
+  Radio Quellberg  service 17333, component 12
+  Premium Klang    service 19687, component 44
+  $ grep -oE '(START_DIGITAL_SERVICE|SET_PROPERTY) [0-9]+ > [^<]*' trace
+  START_DIGITAL_SERVICE 12 > 81 00 00 00 b5 43 00 00 0c 00 00 00 
+  SET_PROPERTY 6 > 13 00 00 03 28 00 
+  $ example-receive-sim patch image.gone
+  Failed (code 7).
+  [1]
