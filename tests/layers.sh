@@ -2,7 +2,7 @@
 # layers.sh SOURCE_DIR: no file includes a header of a room above its own.
 cd "$1" || exit 2
 status=0
-# refuse ROOM PATTERN: files of ROOM (not of rooms inside it that have a line of their own) include nothing that matches.
+# refuse FILES PATTERN: none of the files includes a header that matches.
 refuse() {
   found=$(grep -nE "#include \"($2)" $1 2>/dev/null) || return 0
   echo "$found"
