@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr uint8_t frequency_index = 33;  // 225648 kHz, block 12B
+constexpr uint8_t frequency_index = 33;  // 227360 kHz, block 12C
 constexpr uint16_t volume = 40;          // 0 to 63
 constexpr int polls = 50;
 constexpr unsigned poll_ms = 200;

@@ -2,6 +2,7 @@
 #include "platform/registers/guard.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <iterator>
 
@@ -20,7 +21,8 @@ bool has_bcm2835_peripherals(std::string_view machine) {
 
 int init_on_raspberry_pi(std::string_view machine, int (*init)()) {
   if (has_bcm2835_peripherals(machine)) return init();
-  std::fprintf(stderr, "kelvo: %s %s; to try without a board, run kelvo-sim\n", machine_file,
+  std::fprintf(stderr, "%s: %s %s; to try without a board, run kelvo-sim\n", program_invocation_short_name,
+               machine_file,
                machine.empty() ? "cannot be read: not a Raspberry Pi, or a container that hides it"
                                : "does not name a Raspberry Pi Zero to 4");
   return 0;

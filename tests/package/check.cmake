@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the build BUILD_DIR into a folder of its own under WORK_DIR. The manual, the completion and the documents are
-# there, and each of the broadcast files can be used. The program beside this file is built against the library; it is
-# not run: linked with the real bcm2835 library, it would reach for a board's registers.
+# there, and each of the broadcast files can be used. The project beside this file is built against the library: its
+# program for the board is turned away from a machine that is no Raspberry Pi, the example finds the simulated board as kelvo-sim left it.
 function(run)
   execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 endfunction()
@@ -23,12 +23,38 @@ endforeach()
 set(ENV{KELVO_SIM_STATE} ${WORK_DIR}/board.json)
 foreach(broadcast ${broadcasts})
   execute_process(COMMAND ${CMAKE_COMMAND} -E env KELVO_SIM_BROADCAST=${broadcast}
-    ${EMULATOR} ${WORK_DIR}/prefix/bin/kelvo-sim -b D -f 33 OUTPUT_VARIABLE output)
+    ${EMULATOR} ${WORK_DIR}/prefix/bin/kelvo-sim -b D -f 33 OUTPUT_VARIABLE output ERROR_VARIABLE warnings)
   if(NOT output MATCHES "Tuned.")
     message(FATAL_ERROR "${broadcast}: ${output}")
   endif()
 endforeach()
 
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
-    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+    -DEXAMPLE=${share}/doc/libsi468x-dev/examples/component_info.cpp -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
+
+# user PROGRAM STATUS TEXT: what a program of the other project prints, and its exit status.
+function(user program status text)
+  execute_process(COMMAND ${EMULATOR} ${program} RESULT_VARIABLE found OUTPUT_VARIABLE output ERROR_VARIABLE output
+    WORKING_DIRECTORY ${WORK_DIR})
+  if(NOT found EQUAL status OR NOT output MATCHES "${text}")
+    message(FATAL_ERROR "${program}: exit status ${found}: ${output}")
+  endif()
+endfunction()
+user(${WORK_DIR}/build/user-sim 0 "Stadtbilder")  # the board that kelvo-sim left
+if(NOT EXISTS /proc/device-tree)
+  user(${WORK_DIR}/build/user 1 "^user: /proc/device-tree/compatible cannot be read")
+endif()
+
+# The same with pkg-config, where that is installed.
+find_program(PKG_CONFIG pkg-config)
+if(PKG_CONFIG AND NOT TOOLCHAIN)
+  file(GLOB pkgconfig_dir ${WORK_DIR}/prefix/lib/pkgconfig ${WORK_DIR}/prefix/lib/*/pkgconfig)
+  set(ENV{PKG_CONFIG_PATH} ${pkgconfig_dir})
+  foreach(package libsi468x libsi468x-simulator)
+    execute_process(COMMAND ${PKG_CONFIG} --cflags --libs ${package} OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(flags UNIX_COMMAND "${CXX_FLAGS} ${flags}")
+    run(${CXX} -std=c++20 ${share}/doc/libsi468x-dev/examples/component_info.cpp -o ${WORK_DIR}/${package} ${flags})
+  endforeach()
+  user(${WORK_DIR}/libsi468x-simulator 0 "Stadtbilder")
+endif()
