@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/board/state_file.h"
 
-#include <unistd.h>
-
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 namespace sim {
@@ -166,24 +162,6 @@ Board_state parse_state(std::string_view text, const std::string& name) {
     json.fail("the chip is in mode " + in_quotes(mode_name(state.chip.mode)) + " with its reset line " +
               (released ? "high" : "low"));
   return state;
-}
-
-Board_state load_state(const std::string& path) {
-  if (std::error_code error; !std::filesystem::exists(path, error) && !error) return {};
-  return parse_state(read_text(path), path);
-}
-
-void save_state(const std::string& path, const Board_state& state) {
-  const std::string draft = path + "." + std::to_string(getpid());
-  std::ofstream out(draft, std::ios::binary | std::ios::trunc);
-  out << format_state(state);
-  out.close();
-  std::error_code error;
-  if (out) std::filesystem::rename(draft, path, error);
-  if (out && !error) return;
-  std::error_code ignored;  // what matters is reported below
-  std::filesystem::remove(draft, ignored);
-  throw File_error(path, "cannot be written");
 }
 
 }  // namespace sim

@@ -2,20 +2,16 @@
 #include "simulator/broadcast/json_reader.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace sim {
 
 namespace {
 
-// What comes from a file may hold line ends; a message is one line.
-std::string one_line(std::string text) {
-  for (char& c : text)
-    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
-  return text;
-}
+constexpr size_t largest_file = size_t{16} << 20;  // bytes
 
 int digit_value(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -26,20 +22,32 @@ int digit_value(char c) {
 
 }  // namespace
 
+std::string one_line(std::string text) {
+  for (char& c : text)
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
+  return text;
+}
+
 File_error::File_error(const std::string& file, const std::string& fault)
     : std::runtime_error(one_line(file + ": " + fault)) {}
 
 std::string in_quotes(std::string_view text) { return std::string("\"").append(text).append("\""); }
 
 std::string read_text(const std::string& path) {
+  constexpr size_t block_size = 65536;
+  errno = 0;
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw File_error(path, "cannot be opened");
-  try {
-    in.exceptions(std::ios::badbit);  // a folder, for example, opens but cannot be read
-    return {std::istreambuf_iterator<char>(in), {}};
-  } catch (const std::ios_base::failure&) {
-    throw File_error(path, "cannot be read");
+  if (!in) throw File_error(path, std::string("cannot be opened: ") + std::strerror(errno));
+  std::string text;
+  while (in) {
+    const size_t size = text.size();
+    text.resize(size + block_size);
+    in.read(text.data() + size, block_size);
+    text.resize(size + static_cast<size_t>(in.gcount()));
+    if (text.size() > largest_file) throw File_error(path, "more than 16 MiB");
   }
+  if (in.bad()) throw File_error(path, std::string("cannot be read: ") + std::strerror(errno));
+  return text;
 }
 
 nlohmann::json parse_json(std::string_view text, const std::string& file) {

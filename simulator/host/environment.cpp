@@ -11,7 +11,7 @@
 #include <string>
 
 #include "simulator/board/fault_file.h"
-#include "simulator/board/state_file.h"
+#include "simulator/host/state_keeper.h"
 #include "simulator/host/variables.h"
 #include "trace/trace.h"
 
@@ -79,7 +79,7 @@ std::string state_path() {
     directory = std::filesystem::path(home) / ".local" / "state";
   }
   directory /= "kelvo";
-  std::error_code ignored;  // a directory that cannot be made shows when the state is written
+  std::error_code ignored;  // a directory that cannot be made shows when the file is locked
   std::filesystem::create_directories(directory, ignored);
   return (directory / "board.json").string();
 }
@@ -87,12 +87,13 @@ std::string state_path() {
 // The board of the program, and what its user is told on standard error.
 class Environment : public trace::Observer {
  public:
-  explicit Environment(Board_file files) : board_(std::move(files.air)), state_path_(state_path()) {
+  explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), complain) {
+    const std::optional<size_t> most_traced = trace_bytes();
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
     board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
-    load();
-    open_trace();
+    board_.restore(keeper_.load());
+    open_trace(most_traced);
     board_.add_observer(*this);
   }
 
@@ -105,7 +106,8 @@ class Environment : public trace::Observer {
     std::string faults;
     for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
     if (!faults.empty()) complain("warning: never triggered: " + faults);
-    save();
+    keeper_.save(board_.state());
+    keeper_.release();
   }
 
   void mistake(Time /*now*/, const std::string& what) override { complain("board: " + what); }
@@ -116,11 +118,10 @@ class Environment : public trace::Observer {
   }
 
   // A program may be killed at any time; the chip goes on anyway.
-  void persistent_change(Time /*now*/) override { save(); }
+  void persistent_change(Time /*now*/) override { keeper_.save(board_.state()); }
 
  private:
-  void open_trace() {
-    const std::optional<size_t> most = trace_bytes();
+  void open_trace(std::optional<size_t> most) {
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
     trace_file_.open(path, std::ios::trunc);
@@ -131,29 +132,10 @@ class Environment : public trace::Observer {
     board_.add_observer(trace_.emplace(trace_file_, most));
   }
 
-  void load() {
-    if (state_path_.empty()) return;
-    try {
-      board_.restore(load_state(state_path_));
-    } catch (const File_error& error) {
-      complain(std::string(error.what()) + "; the chip starts in reset");
-    }
-  }
-
-  void save() {
-    if (state_path_.empty()) return;
-    try {
-      save_state(state_path_, board_.state());
-    } catch (const File_error& error) {
-      complain(error.what());
-      state_path_.clear();  // said once
-    }
-  }
-
   std::ofstream trace_file_;
   std::optional<trace::Trace> trace_;
   Board board_;
-  std::string state_path_;
+  State_keeper keeper_;
 };
 
 // Never destroyed: a program may end in the middle of a call to the board.

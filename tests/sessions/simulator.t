@@ -32,7 +32,7 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   kelvo-sim: air.json: /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
   = 2
   $ KELVO_SIM_BROADCAST=none.json kelvo-sim -b D > /dev/null
-  kelvo-sim: none.json: cannot be opened
+  kelvo-sim: none.json: cannot be opened: No such file or directory
   [2]
   $ [ -e board.json ]
   [1]
@@ -54,37 +54,9 @@ The file that docs/simulator.md shows can be used.
   
   2016-3-7T9:5:0Z
 
-A damaged state file: one line, and the chip starts in reset.
-
-  $ air
-  $ while read -r text; do
-  >   printf '%s' "$text" > board.json; run -i | sed "s|$PWD/||" | head -n 2
-  > done << END
-  > 
-  > {
-  > [1]
-  > {"mode": "dab"}
-  > {"mode": 99}
-  > null
-  > END
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: line 1, column 2: not valid JSON; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: the chip is in mode "dab" with its reset line low; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /mode: not a text; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  $ mkdir taken; KELVO_SIM_STATE=taken kelvo-sim 2>&1 | grep taken
-  kelvo-sim: taken: cannot be read; the chip starts in reset
-  kelvo-sim: taken: cannot be written
-
 Where the state file is kept.
 
+  $ air
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
   Boot up successful
   
