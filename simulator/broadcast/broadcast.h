@@ -98,8 +98,8 @@ size_t user_applications_size(const Component& component);
 /// The same of one application: type (2), length (1), data, padded to an even number.
 size_t application_size(const User_application& application);
 
-/// The largest number of bytes from SIZE to the end of a list that the chip can hand out: its replies end at 4096.
-inline constexpr uint32_t largest_list_size = 4090;
+/// The largest list that the driver's buffer of 4096 bytes takes, with SIZE and the status before it.
+inline constexpr uint32_t largest_list_size = 4089;
 
 /// A DAB multiplex, or a signal that could be one, on one frequency.
 struct Ensemble {

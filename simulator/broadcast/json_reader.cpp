@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace sim {
 
@@ -19,6 +21,51 @@ int digit_value(char c) {
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
   return -1;
 }
+
+// Sees the text as it is parsed: the parser itself keeps the last of several members with one key and has no limit for
+// nested values.
+class Strict {
+ public:
+  explicit Strict(const std::string& file) : file_(file) {}
+
+  bool operator()(int /*depth*/, nlohmann::json::parse_event_t event, const nlohmann::json& parsed) {
+    using Event = nlohmann::json::parse_event_t;
+    constexpr size_t deepest = 20;
+    if (event == Event::key) {
+      Level& object = open_.back();
+      object.child = parsed.get<std::string>();
+      if (!object.keys.insert(object.child).second) fail("key " + in_quotes(object.child) + " is there twice", 1);
+      return true;
+    }
+    if (event == Event::object_end || event == Event::array_end) {
+      open_.pop_back();
+      return true;
+    }
+    if (!open_.empty() && open_.back().is_array) open_.back().child = std::to_string(open_.back().count++);
+    if (event == Event::value) return true;
+    if (open_.size() == deepest) fail("nested too deeply", 0);
+    open_.push_back({.is_array = event == Event::array_start});
+    return true;
+  }
+
+ private:
+  // An object or array that is open, and which of its values is parsed now.
+  struct Level {
+    bool is_array = false;
+    size_t count = 0;
+    std::string child{};
+    std::set<std::string> keys{};
+  };
+
+  [[noreturn]] void fail(const std::string& fault, size_t levels_above) const {
+    std::string place;
+    for (size_t i = 0; i + levels_above < open_.size(); ++i) place += "/" + open_[i].child;
+    throw File_error(file_, (place.empty() ? "" : place + ": ") + fault);
+  }
+
+  const std::string& file_;
+  std::vector<Level> open_;
+};
 
 }  // namespace
 
@@ -52,7 +99,7 @@ std::string read_text(const std::string& path) {
 
 nlohmann::json parse_json(std::string_view text, const std::string& file) {
   try {
-    return nlohmann::json::parse(text);
+    return nlohmann::json::parse(text, Strict(file));
   } catch (const nlohmann::json::parse_error& error) {
     const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');
@@ -71,7 +118,7 @@ void Json_reader::fail(const std::string& fault) const {
   throw File_error(file_, (place_.empty() ? "" : place_ + ": ") + fault);
 }
 
-void Json_reader::expect_keys(std::initializer_list<std::string_view> keys) const {
+void Json_reader::expect_keys(const std::vector<std::string_view>& keys) const {
   if (!value_.is_object()) fail("not an object");
   for (const auto& [key, value] : value_.items())
     if (std::find(keys.begin(), keys.end(), key) == keys.end()) fail("unknown key " + in_quotes(key));
@@ -84,8 +131,9 @@ Json_reader Json_reader::at(std::string_view key) const {
   return {value_[std::string(key)], file_, place_ + "/" + std::string(key)};
 }
 
-std::vector<Json_reader> Json_reader::elements() const {
+std::vector<Json_reader> Json_reader::elements(size_t most) const {
   if (!value_.is_array()) fail("not an array");
+  if (value_.size() > most) fail("more than " + std::to_string(most) + " elements");
   std::vector<Json_reader> all;
   for (size_t i = 0; i < value_.size(); ++i) all.emplace_back(value_[i], file_, place_ + "/" + std::to_string(i));
   return all;
@@ -111,7 +159,17 @@ bool Json_reader::truth() const {
   return value_.get<bool>();
 }
 
-bool Json_reader::is_text() const { return value_.is_string(); }
+uint32_t Json_reader::identifier(uint32_t largest) const {
+  if (!value_.is_string()) return static_cast<uint32_t>(whole_number(0, largest));
+  const std::string digits = text();
+  const char* const end = digits.data() + digits.size();
+  uint32_t number = 0;
+  if (digits.size() > 2 && digits.starts_with("0x")) {
+    const auto [rest, error] = std::from_chars(digits.data() + 2, end, number, 16);
+    if (error == std::errc() && rest == end && number <= largest) return number;
+  }
+  fail(in_quotes(digits) + " is not from \"0x0\" to " + std::to_string(largest));
+}
 
 std::string Json_reader::text() const {
   if (!value_.is_string()) fail("not a text");

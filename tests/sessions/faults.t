@@ -76,7 +76,7 @@ A fault that cannot be meant is refused: one line with its place, exit status 2.
   kelvo-sim: faults.json: not an array
   = 2
   $ KELVO_SIM_FAULTS=none refused
-  kelvo-sim: none: cannot be opened
+  kelvo-sim: none: cannot be opened: No such file or directory
   = 2
   $ unset KELVO_SIM_FAULTS
 

@@ -27,9 +27,9 @@ A file that is no state: the chip starts in reset, the file is kept under anothe
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   kelvo-sim: board.json: /mode: not a text; the chip starts in reset; the file is kept as board.json.bad.5
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  kelvo-sim: board.json: key "mode" is there twice; the chip starts in reset; the file is kept as board.json.bad.6
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  
-  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad.6
+  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad.7
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   $ ls board.json*; cat board.json.bad.3
   board.json
@@ -39,6 +39,7 @@ A file that is no state: the chip starts in reset, the file is kept under anothe
   board.json.bad.4
   board.json.bad.5
   board.json.bad.6
+  board.json.bad.7
   [1] (no-eol)
 
 Every name taken: the file stays where it is.
