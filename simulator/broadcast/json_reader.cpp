@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -14,12 +13,7 @@ namespace sim {
 
 namespace {
 
-// What comes from a file may hold line ends; a message is one line.
-std::string one_line(std::string text) {
-  for (char& c : text)
-    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
-  return text;
-}
+constexpr size_t largest_file = size_t{16} << 20;  // bytes
 
 int digit_value(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -28,7 +22,8 @@ int digit_value(char c) {
   return -1;
 }
 
-// Sees the text as it is parsed. The parser itself keeps the last of several members with one key.
+// Sees the text as it is parsed: the parser itself keeps the last of several members with one key and has no limit for
+// nested values.
 class Strict {
  public:
   explicit Strict(const std::string& file) : file_(file) {}
@@ -36,20 +31,49 @@ class Strict {
   bool operator()(int /*depth*/, nlohmann::json::parse_event_t event, const nlohmann::json& parsed) {
     using Event = nlohmann::json::parse_event_t;
     constexpr size_t deepest = 20;
-    if (event == Event::key && !keys_.back().insert(parsed.get<std::string>()).second)
-      throw File_error(file_, "key " + in_quotes(parsed.get<std::string>()) + " is in an object twice");
-    if (event == Event::object_start || event == Event::array_start) keys_.emplace_back();
-    if (event == Event::object_end || event == Event::array_end) keys_.pop_back();
-    if (keys_.size() > deepest) throw File_error(file_, "nested too deeply");
+    if (event == Event::key) {
+      Level& object = open_.back();
+      object.child = parsed.get<std::string>();
+      if (!object.keys.insert(object.child).second) fail("key " + in_quotes(object.child) + " is there twice", 1);
+      return true;
+    }
+    if (event == Event::object_end || event == Event::array_end) {
+      open_.pop_back();
+      return true;
+    }
+    if (!open_.empty() && open_.back().is_array) open_.back().child = std::to_string(open_.back().count++);
+    if (event == Event::value) return true;
+    if (open_.size() == deepest) fail("nested too deeply", 0);
+    open_.push_back({.is_array = event == Event::array_start});
     return true;
   }
 
  private:
+  // An object or array that is open, and which of its values is parsed now.
+  struct Level {
+    bool is_array = false;
+    size_t count = 0;
+    std::string child{};
+    std::set<std::string> keys{};
+  };
+
+  [[noreturn]] void fail(const std::string& fault, size_t levels_above) const {
+    std::string place;
+    for (size_t i = 0; i + levels_above < open_.size(); ++i) place += "/" + open_[i].child;
+    throw File_error(file_, (place.empty() ? "" : place + ": ") + fault);
+  }
+
   const std::string& file_;
-  std::vector<std::set<std::string>> keys_;  // of the objects that are open
+  std::vector<Level> open_;
 };
 
 }  // namespace
+
+std::string one_line(std::string text) {
+  for (char& c : text)
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
+  return text;
+}
 
 File_error::File_error(const std::string& file, const std::string& fault)
     : std::runtime_error(one_line(file + ": " + fault)) {}
@@ -57,14 +81,20 @@ File_error::File_error(const std::string& file, const std::string& fault)
 std::string in_quotes(std::string_view text) { return std::string("\"").append(text).append("\""); }
 
 std::string read_text(const std::string& path) {
+  constexpr size_t block_size = 65536;
+  errno = 0;
   std::ifstream in(path, std::ios::binary);
   if (!in) throw File_error(path, std::string("cannot be opened: ") + std::strerror(errno));
-  try {
-    in.exceptions(std::ios::badbit);  // a directory, for example, opens but cannot be read
-    return {std::istreambuf_iterator<char>(in), {}};
-  } catch (const std::ios_base::failure&) {
-    throw File_error(path, "cannot be read");
+  std::string text;
+  while (in) {
+    const size_t size = text.size();
+    text.resize(size + block_size);
+    in.read(text.data() + size, block_size);
+    text.resize(size + static_cast<size_t>(in.gcount()));
+    if (text.size() > largest_file) throw File_error(path, "more than 16 MiB");
   }
+  if (in.bad()) throw File_error(path, std::string("cannot be read: ") + std::strerror(errno));
+  return text;
 }
 
 nlohmann::json parse_json(std::string_view text, const std::string& file) {

@@ -19,6 +19,9 @@ class File_error : public std::runtime_error {
   File_error(const std::string& file, const std::string& fault);
 };
 
+/// The text with a question mark for each control character: names and keys may hold line ends, a message is one line.
+std::string one_line(std::string text);
+
 /// The text in double quotes, for messages.
 std::string in_quotes(std::string_view text);
 

@@ -66,7 +66,7 @@ std::optional<size_t> trace_bytes() {
   return bytes;
 }
 
-// The state file; empty: none.
+// Where the state is kept; empty: nowhere.
 std::string state_path() {
   if (std::string path = variable("KELVO_SIM_STATE"); !path.empty()) return path;
   std::filesystem::path directory = variable("XDG_STATE_HOME");
@@ -79,7 +79,7 @@ std::string state_path() {
     directory = std::filesystem::path(home) / ".local" / "state";
   }
   directory /= "kelvo";
-  std::error_code ignored;  // a directory that cannot be made shows when the lock is opened
+  std::error_code ignored;  // a directory that cannot be made shows when the file is locked
   std::filesystem::create_directories(directory, ignored);
   return (directory / "board.json").string();
 }
@@ -88,11 +88,12 @@ std::string state_path() {
 class Environment : public trace::Observer {
  public:
   explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), complain) {
+    const std::optional<size_t> most_traced = trace_bytes();
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
     board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
     board_.restore(keeper_.load());
-    open_trace();
+    open_trace(most_traced);
     board_.add_observer(*this);
   }
 
@@ -106,6 +107,7 @@ class Environment : public trace::Observer {
     for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
     if (!faults.empty()) complain("warning: never triggered: " + faults);
     keeper_.save(board_.state());
+    keeper_.release();
   }
 
   void mistake(Time /*now*/, const std::string& what) override { complain("board: " + what); }
@@ -119,8 +121,7 @@ class Environment : public trace::Observer {
   void persistent_change(Time /*now*/) override { keeper_.save(board_.state()); }
 
  private:
-  void open_trace() {
-    const std::optional<size_t> most = trace_bytes();
+  void open_trace(std::optional<size_t> most) {
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
     trace_file_.open(path, std::ios::trunc);

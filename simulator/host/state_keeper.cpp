@@ -2,15 +2,16 @@
 #include "simulator/host/state_keeper.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <thread>
+#include <string_view>
 
 #include "simulator/board/state_file.h"
 
@@ -18,142 +19,152 @@ namespace sim {
 
 namespace {
 
-namespace fs = std::filesystem;
+constexpr std::string_view draft_mark = ".draft-";  // then the process id of the run that writes it
 
-std::string reason() { return std::strerror(errno); }
+std::string reason(int error) { return std::strerror(error); }
 
-// The file behind symbolic links; the last one's target need not exist.
-fs::path followed(fs::path path) {
-  constexpr int longest_chain = 40;  // as the kernel's
-  std::error_code error;
-  for (int i = 0; i < longest_chain && fs::is_symlink(path, error); ++i) {
-    const fs::path target = fs::read_symlink(path, error);
-    if (error) break;
-    path = target.is_absolute() ? target : path.parent_path() / target;
+bool is_null_device(const struct stat& file) { return S_ISCHR(file.st_mode) && file.st_rdev == makedev(1, 3); }
+
+// The file that a path leads to, behind symbolic links; it need not exist. Of a circle any part.
+std::string behind_links(const std::string& path) {
+  constexpr unsigned most_links = 40;  // as in the kernel
+  std::filesystem::path target = path;
+  for (unsigned links = 0; links < most_links; ++links) {
+    std::error_code no_link;
+    const std::filesystem::path next = std::filesystem::read_symlink(target, no_link);
+    if (no_link) break;
+    target = target.parent_path() / next;
   }
-  return path;
+  return target.string();
 }
 
-const char* kind_name(fs::file_type type) {
-  switch (type) {
-    case fs::file_type::directory:
-      return "a directory";
-    case fs::file_type::socket:
-      return "a socket";
-    case fs::file_type::fifo:
-      return "a FIFO";
-    case fs::file_type::symlink:
-      return "a symbolic link that leads nowhere";
-    default:
-      return "a device";
+// @return 0 or an error number
+int write_all(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
+    if (written < 0 && errno != EINTR) return errno;
+    if (written > 0) text.remove_prefix(static_cast<size_t>(written));
   }
-}
-
-bool write_all(int file, const std::string& text) {
-  for (size_t at = 0; at < text.size();) {
-    const ssize_t written = write(file, text.data() + at, text.size() - at);
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) at += static_cast<size_t>(written);
-  }
-  return true;
+  return 0;
 }
 
 }  // namespace
 
-State_keeper::State_keeper(const std::string& path, Complain complain)
-    : path_(followed(path).string()), complain_(std::move(complain)) {
-  if (path_ == "/dev/null") path_.clear();
-  if (!path_.empty() && usable()) lock();
-}
+State_keeper::State_keeper(std::string path, std::function<void(const std::string&)> complain)
+    : name_(std::move(path)), target_(behind_links(name_)), complain_(std::move(complain)), keeping_(!name_.empty()) {}
 
-State_keeper::~State_keeper() {
-  if (lock_ >= 0) close(lock_);
-}
-
-bool State_keeper::usable() {
-  std::error_code error;
-  const fs::file_type type = fs::symlink_status(path_, error).type();
-  if (type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none) return true;
-  complain_(path_ + ": is " + kind_name(type) + "; the board's state is not kept");
-  path_.clear();
-  return false;
-}
-
-void State_keeper::give_up(const std::string& why) {
-  complain_(path_ + ": " + why + "; the board's state is not kept");
-  writable_ = false;
-}
-
-// The lock file stays: a run that removed it could take it from under another that waits for it.
-void State_keeper::lock() {
-  using namespace std::chrono_literals;
-  const std::string name = path_ + ".lock";
-  // Not one of the three standard streams, which the program may have been started without.
-  constexpr int first_free = 3;
-  const int file = open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
-  lock_ = file < 0 || file >= first_free ? file : fcntl(file, F_DUPFD_CLOEXEC, first_free);
-  if (file >= 0 && file < first_free) close(file);
-  if (lock_ < 0) return give_up("the lock " + name + " cannot be opened: " + reason());
-  constexpr auto look_every = 20ms;
-  constexpr auto patience = 1s;
-  for (auto waited = 0ms; waited < patience; waited += look_every) {
-    if (flock(lock_, LOCK_EX | LOCK_NB) == 0) return;
-    if (errno != EWOULDBLOCK && errno != EINTR) return give_up("cannot be locked: " + reason());
-    std::this_thread::sleep_for(look_every);
-  }
-  complain_(path_ + ": waiting for another run that uses it");
-  while (flock(lock_, LOCK_EX) != 0)
-    if (errno != EINTR) return give_up("cannot be locked: " + reason());
+void State_keeper::stop(const std::string& fault) {
+  keeping_ = false;
+  complain_(one_line(name_ + ": " + fault));
 }
 
 Board_state State_keeper::load() {
-  std::error_code error;
-  if (path_.empty() || fs::symlink_status(path_, error).type() == fs::file_type::not_found) return {};
+  if (!keeping_ || !find_file()) return {};
+  if (lock() && !find_file()) return {};  // it may have changed during the wait
+  return replaced_ ? read() : Board_state{};
+}
+
+// Notes what is there. @return whether it can be read and replaced
+bool State_keeper::find_file() {
+  constexpr const char* consequence = "; the chip starts in reset and its state is not kept";
+  struct stat found {};
+  replaced_.reset();
+  if (stat(target_.c_str(), &found) != 0) {
+    if (errno == ENOENT) return true;
+    stop("cannot be opened: " + reason(errno) + consequence);
+  } else if (is_null_device(found)) {
+    keeping_ = false;
+  } else if (!S_ISREG(found.st_mode)) {
+    stop(std::string("not a regular file") + consequence);
+  } else {
+    replaced_ = found;
+  }
+  return keeping_;
+}
+
+bool State_keeper::lock() {
+  const int error = lock_.acquire(
+      target_ + ".lock", [this] { complain_(one_line(name_ + ": waiting for another run that uses this file")); });
+  if (error != 0)
+    stop("the lock file beside it cannot be used: " + reason(error) + "; what this run changes is not kept");
+  else
+    remove_drafts_of_killed_runs();
+  return error == 0;
+}
+
+Board_state State_keeper::read() {
   try {
-    return parse_state(read_text(path_), path_);
-  } catch (const File_error& wrong) {
-    std::string kept;
-    const std::string what = wrong.what();
-    if (!writable_)
-      complain_(what + "; the chip starts in reset");
-    else if (set_aside(kept))
-      complain_(what + "; the chip starts in reset, and the file is kept as " + kept);
-    else
-      give_up(what.substr(path_.size() + 2) + "; it cannot be renamed: " + reason());
+    return parse_state(read_text(target_), name_);
+  } catch (const File_error& error) {
+    set_aside(std::string(error.what()) + "; the chip starts in reset");
     return {};
   }
 }
 
-// Gives the file a name that is not taken: NAME.bad, NAME.bad2 and so on.
-bool State_keeper::set_aside(std::string& name) {
-  constexpr int most = 1000;
-  for (int i = 1; i < most; ++i) {
-    name = path_ + ".bad" + (i == 1 ? "" : std::to_string(i));
-    if (link(path_.c_str(), name.c_str()) == 0) return unlink(path_.c_str()) == 0;
-    if (errno != EEXIST) return false;
+// Renames the file to the first of NAME.bad, NAME.bad.2 and so on that is free.
+void State_keeper::set_aside(const std::string& fault) {
+  constexpr unsigned most_kept = 99;
+  if (!keeping_) return complain_(fault);
+  for (unsigned number = 1; number <= most_kept; ++number) {
+    const std::string suffix = number == 1 ? ".bad" : ".bad." + std::to_string(number);
+    const std::string kept = target_ + suffix;
+    if (renameat2(AT_FDCWD, target_.c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
+      return complain_(one_line(fault + "; the file is kept as " + kept));
+    if (errno != EEXIST) break;
   }
-  return false;
+  keeping_ = false;
+  complain_(fault + " and its state is not kept: the file cannot be renamed: " + reason(errno));
+}
+
+// Called under the lock, so that no other run is writing a draft; the check of the process covers file systems whose
+// locks do not reach other machines or containers.
+void State_keeper::remove_drafts_of_killed_runs() const {
+  const std::filesystem::path target = target_;
+  const std::string prefix = target.filename().string().append(draft_mark);
+  const std::filesystem::path directory = target.has_parent_path() ? target.parent_path() : ".";
+  std::error_code error;  // drafts that cannot be listed or removed do no harm
+  for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string name = entry->path().filename().string();
+    if (!name.starts_with(prefix)) continue;
+    pid_t process = 0;
+    std::from_chars(name.data() + prefix.size(), name.data() + name.size(), process);
+    if (process <= 0 || name != prefix + std::to_string(process)) continue;
+    const bool gone = process == getpid() || (kill(process, 0) != 0 && errno == ESRCH);
+    std::error_code ignored;
+    if (gone && std::filesystem::is_regular_file(entry->symlink_status(ignored)))
+      std::filesystem::remove(entry->path(), ignored);
+  }
 }
 
 void State_keeper::save(const Board_state& state) {
-  if (path_.empty() || !writable_) return;
-  // Under the lock a draft that is there was left by a run that was killed.
-  const std::string draft = path_ + ".draft";
-  unlink(draft.c_str());
-  const int file = open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  struct stat old {};
-  bool good = file >= 0;
-  if (good && stat(path_.c_str(), &old) == 0) {
-    // root may use a file of another user's; whoever may not give it away keeps it.
-    static_cast<void>(fchown(file, old.st_uid, old.st_gid));
-    good = fchmod(file, old.st_mode & 07777U) == 0;
+  if (!keeping_) return;
+  if (const int error = write(format_state(state)); error != 0) stop("cannot be written: " + reason(error));
+}
+
+// @return 0 or an error number
+int State_keeper::write(const std::string& text) {
+  struct stat found {};
+  if (lstat(target_.c_str(), &found) == 0) replaced_ = found;
+  if (replaced_ && !S_ISREG(replaced_->st_mode)) return EEXIST;  // made by somebody else during the run
+  const std::string draft = target_ + std::string(draft_mark) + std::to_string(getpid());
+  const int descriptor = open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return errno;
+  if (replaced_) {  // the owner before the permissions: a change of owner may clear some
+    static_cast<void>(
+        !fchown(descriptor, replaced_->st_uid, replaced_->st_gid));  // root alone may; others own the file
+    static_cast<void>(fchmod(descriptor, replaced_->st_mode & 0777));
   }
-  good = good && write_all(file, format_state(state));
-  if (file >= 0 && close(file) != 0) good = false;
-  if (good && rename(draft.c_str(), path_.c_str()) == 0) return;
-  const std::string why = reason();
-  unlink(draft.c_str());
-  give_up("cannot be written: " + why);
+  int error = write_all(descriptor, text);
+  if (close(descriptor) != 0 && error == 0) error = errno;
+  if (error == 0 && std::rename(draft.c_str(), target_.c_str()) != 0) error = errno;
+  if (error != 0) unlink(draft.c_str());
+  return error;
+}
+
+void State_keeper::release() {
+  keeping_ = false;
+  lock_.release();
 }
 
 }  // namespace sim

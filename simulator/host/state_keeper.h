@@ -1,42 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <sys/stat.h>
+
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "simulator/board/board_state.h"
+#include "simulator/host/run_lock.h"
 
 namespace sim {
 
-/// Keeps a board's state in a file between runs. Only a regular file is ever written, always as a whole, and what a
-/// file held that is no state is kept under another name. A lock beside the file, held for the keeper's life, lets one
-/// run after the other use it.
+/// Keeps the state of a board in a file. From `load` to `release` no other run can use the same file.
 class State_keeper {
  public:
-  using Complain = std::function<void(const std::string&)>;
+  /// `path` names the file; empty or /dev/null: nothing is kept. A symbolic link is followed. `complain` receives each
+  /// fault as one line; no fault ends the run.
+  State_keeper(std::string path, std::function<void(const std::string&)> complain);
 
-  /// `path` empty or /dev/null: nothing is kept. A symbolic link is followed. Waits while another run holds the lock.
-  /// Every problem is passed to `complain` as one line; the run goes on without what it concerns.
-  State_keeper(const std::string& path, Complain complain);
-  State_keeper(const State_keeper&) = delete;
-  State_keeper& operator=(const State_keeper&) = delete;
-  ~State_keeper();
-
-  /// The kept state; a board just switched on when there is none, or none that can be read.
+  /// Waits until no other run uses the file, then reads it. A file that is no state is renamed to NAME.bad.
+  /// @return the state; that of a board just switched on when there is none
   Board_state load();
-  /// Whatever happens, the file holds the old state or the new one.
+  /// Replaces the file as a whole: whatever happens, it holds the old state or the new one. After a fault nothing is
+  /// written any more.
   void save(const Board_state& state);
+  /// Lets the next run have the file. Nothing is written afterwards.
+  void release();
 
  private:
-  bool usable();
-  void lock();
-  bool set_aside(std::string& name);
-  void give_up(const std::string& why);
+  void stop(const std::string& fault);
+  bool find_file();
+  bool lock();
+  Board_state read();
+  void set_aside(const std::string& fault);
+  void remove_drafts_of_killed_runs() const;
+  int write(const std::string& text);
 
-  std::string path_;  // of the file itself, behind symbolic links; empty: nothing is kept
-  Complain complain_;
-  bool writable_ = true;
-  int lock_ = -1;
+  std::string name_;    // as the user knows the file
+  std::string target_;  // where it is, behind symbolic links
+  std::function<void(const std::string&)> complain_;
+  bool keeping_;
+  std::optional<struct stat> replaced_{};  // owner and permissions that the next version gets
+  Run_lock lock_;
 };
 
 }  // namespace sim

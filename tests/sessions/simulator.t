@@ -16,6 +16,11 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   > {"time": {"year": 2026, "month": 13, "day": 1}}
   > {"faults": [{"command": "NO_SUCH"}]}
   > {"fm": {"stations": [{"khz": 87501, "signal": {}}]}}
+  > {"ensembles": [{"index": 1, "signal": {"cnr": 1, "snr": 2, "cnr": 3}}]}
+  > {"time": {"year": 2026, "month": 2, "day": 31}}
+  > {"fm": {"stations": [{"khz": 88200, "signal": {}, "rds": {"pi": "0x10000", "ps": ""}}]}}
+  > {"fm": {"stations": [{"khz": 88200, "signal": {}, "rds": {"pi": "43B5", "ps": ""}}]}}
+  > [[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]
   > {"ensembles": [{"index": 1, "signal": {}, "lists": [{"version": 1, "services": [{"id": 1, "label": "seventeen letters"}]}]}]}
   > END
   line 1, column 2: not valid JSON
@@ -27,6 +32,11 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   /time/month: 13 is not from 1 to 12
   /faults/0: unknown command "NO_SUCH"
   /fm/stations/0/khz: not a multiple of 10
+  /ensembles/0/signal: key "cnr" is there twice
+  /time: there is no such day
+  /fm/stations/0/rds/pi: "0x10000" is not from "0x0" to 65535
+  /fm/stations/0/rds/pi: "43B5" is not from "0x0" to 65535
+  /0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0: nested too deeply
   /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
   $ run -b D | sed "s|$PWD/||"
   kelvo-sim: air.json: /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
@@ -36,6 +46,35 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   [2]
   $ [ -e board.json ]
   [1]
+
+More than there may be of something is refused before it is read.
+
+  $ many() { printf "%s," $(yes "$1" | head -n "$2") | sed 's/,$//'; }
+  $ lists() { echo "{\"ensembles\": [{\"index\": 33, \"signal\": {}, \"lists\": [{\"version\": 1, \"services\": [$1]}]}]}"; }
+  $ service() { echo "{\"id\":$1,\"label\":\"\",\"components\":[$2]}"; }
+  $ refused() { cat > air.json; timeout 5 kelvo-sim -b D 2>&1 | tail -n 1 | sed 's|.*/air.json: ||'; }
+  $ echo "{\"frequencies\": [$(many 7 200000)]}" | refused
+  /frequencies: more than 255 elements
+  $ lists "$(many "$(service 1)" 20000)" | refused
+  /ensembles/0/lists/0/services: more than 170 elements
+  $ lists "$(service 1 "$(many '{"tmid":0}' 20000)")" | refused
+  /ensembles/0/lists/0/services/0/components: more than 15 elements
+  $ lists "$(service 1 '{"tmid":2,"fidc":1,"segments":['"$(many '{}' 70000)"']}')" | refused
+  /ensembles/0/lists/0/services/0/components/0/segments: more than 65535 elements
+  $ head -c 17000000 /dev/zero | refused
+  more than 16 MiB
+
+The reader of service lists takes 4089 bytes: 60 services with 11 components each, but not one component more; ids may be hexadecimal.
+
+  $ components() { for c in $(seq "$1"); do echo "{\"tmid\":0,\"subchannel\":$c}"; done | paste -sd,; }
+  $ full() { for id in $(seq 59); do service $id "$(components 11)"; done; service '"0x43B5"' "$(components "$1")"; }
+  $ lists "$(full 12 | paste -sd,)" | refused
+  /ensembles/0/lists/0: a list of 4090 bytes is larger than 4089
+  $ lists "$(full 11 | paste -sd,)" > air.json; run -b D -f 33 -g -p -e 17333 -c 11 | grep -c ServId
+  60
+  $ grep -E '_id'  board.json
+          "component_id": 11,
+          "service_id": 17333
 
 A number beyond every range, which fuzzing found.
 
@@ -54,42 +93,15 @@ The file that docs/simulator.md shows can be used.
   
   2016-3-7T9:5:0Z
 
-A damaged state file: one line, and the chip starts in reset.
-
-  $ air
-  $ while read -r text; do
-  >   printf '%s' "$text" > board.json; run -i | sed "s|$PWD/||g; s/bad[0-9]/bad/" | head -n 2
-  > done << END
-  > 
-  > {
-  > [1]
-  > {"mode": "dab"}
-  > {"mode": 99}
-  > null
-  > END
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: line 1, column 2: not valid JSON; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: the chip is in mode "dab" with its reset line low; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /mode: not a text; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset, and the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  $ mkdir taken; KELVO_SIM_STATE=taken kelvo-sim 2>&1 | grep taken
-  kelvo-sim: taken: is a directory; the board's state is not kept
-
 Where the state file is kept.
 
+  $ air
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
   Boot up successful
   
   Boot up successful
   
-  $ find x h -name '*.json'
+  $ find x h -type f
   x/kelvo/board.json
   h/.local/state/kelvo/board.json
   $ (unset KELVO_SIM_STATE XDG_STATE_HOME HOME; run -b D)
