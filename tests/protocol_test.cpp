@@ -53,10 +53,22 @@ TEST_F(Exchange, StatusErrorsHaveAnOrder) {
   }
 }
 
-TEST_F(Exchange, StatusOfTheReplyItselfCountsToo) {
-  board.fault({.command = "RD_REPLY", .occurrence = 2, .status_bits = {0, 0, 0, 0x08}});
-  EXPECT_EQ(get_time(), -1);
-  EXPECT_EQ(Si468x_ErrorCode, 560U);
+TEST_F(Exchange, EachStatusBitAloneIsItsErrorOrPasses) {
+  for (unsigned bit = 0; bit < 32; ++bit) {
+    SCOPED_TRACE(testing::Message() << "STATUS" << bit / 8 << " bit " << bit % 8);
+    const int16_t result = bit == 6 || bit == 24 ? -2 : bit >= 25 && bit <= 27 ? -1 : 0;
+    std::array<uint8_t, 4> status{0x80, 0, 0, 0};
+    status[bit / 8] = static_cast<uint8_t>(status[bit / 8] | 1U << bit % 8);
+    const auto expect = [&](uint32_t read, uint32_t code, const std::function<int16_t()>& operation) {
+      start_over();
+      board.fault({.command = "RD_REPLY", .occurrence = read, .status = status});
+      EXPECT_EQ(operation(), result);
+      EXPECT_EQ(Si468x_ErrorCode, result == 0 ? 0 : code);
+    };
+    expect(1, 260, [&] { return get_time(); });
+    expect(2, 560, [&] { return get_time(); });  // the status of the reply itself
+    expect(1, 114, [&] { return Si468x_rd_reply(reply.data()); });
+  }
 }
 
 TEST_F(Exchange, ReplyWithoutABufferFailsAfterTheCommandWasCarriedOut) {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The service list: read in two steps, decoded, written as JSON; and lists as no honest chip sends them.
-#include <memory>
 #include <sstream>
 
 #include "frontend/reports.h"
@@ -36,11 +35,11 @@ class Service_list : public Tuned_to_33 {
     board.clear_faults();
     board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .reply = bytes});
   }
-  // Reads a list into a buffer of just the bytes that come, so that a sanitizer sees a step beyond them.
+  // Reads a list into a buffer of just the bytes that come.
   int16_t read(const Byte_string& bytes) {
     reply(bytes);
     const size_t size = bytes[0] + 256U * bytes[1];
-    buffer = std::make_unique<uint8_t[]>(size + 7);
+    buffer = fenced(size + 7);
     return list.get_new_list(buffer.get());
   }
   template <typename... Arguments>
@@ -49,7 +48,7 @@ class Service_list : public Tuned_to_33 {
     EXPECT_EQ(record.json_print_data(ss, arguments...), 0);
     return ss.str();
   }
-  std::unique_ptr<uint8_t[]> buffer;
+  Fenced buffer;
   Si468x_digital_service_list list;
 };
 
@@ -84,7 +83,7 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
 TEST_F(Service_list, SecondReadGoesByTheLengthOfTheFirst) {
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .reply = list_reply(3, 1, station_a)});
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .reply = list_reply(4, 9, station_a, 4000)});
-  buffer = std::make_unique<uint8_t[]>(41);
+  buffer = fenced(41);
   EXPECT_EQ(list.get_new_list(buffer.get()), 0);
   EXPECT_EQ(list.size, 28);
   EXPECT_EQ(list.version, 4);
@@ -125,6 +124,36 @@ TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
             "\"CA_flag\": 1,\n\"ps\": 0,\n\"ASCTyDSCTy\": 42,\n\"muA_info_valid\": 0\n}]\n}");
   Si468x_DAB_component component;
   EXPECT_EQ(component.get_component(&decoded, 3), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 28U);
+}
+
+// 4083 bytes of entries: 48 services of 15 components, one of `last` and, with 6 of those, 3 bytes that hold nothing.
+Byte_string full_list(uint8_t last) {
+  Byte_string entries;
+  for (uint32_t id = 1; id <= 48; ++id) entries = entries + service(id, 0, 15, "full") + Byte_string(60, 0x11);
+  return list_reply(1, 50, entries + service(49, 0, last, "last") + Byte_string(23, 0x22) + Byte_string(4, 0x3F));
+}
+
+TEST_F(Service_list, OfFullLengthIsDecodedToItsLastByte) {
+  Si468x_service_data last;
+  Si468x_DAB_component component;
+  ASSERT_EQ(read(full_list(6)), 0);
+  ASSERT_EQ(list.size, 4083);
+  EXPECT_EQ(last.get_service(&list, 48), 0);
+  EXPECT_EQ(last.components_size, 27);
+  EXPECT_EQ(component.get_component(&last, 5), 0);
+  EXPECT_EQ(component.comp_ID, 0x2222U);
+  EXPECT_EQ(component.muA_info_valid, 1);  // its last byte
+  EXPECT_EQ(component.get_component(&last, 6), -6);
+  EXPECT_EQ(last.get_service(&list, 49), -4);
+  EXPECT_EQ(Si468x_ErrorCode, 327U);
+  EXPECT_NE(json(list).find("\"ComponentNo\": 14"), std::string::npos);
+
+  ASSERT_EQ(read(full_list(7)), 0);  // one byte of the last component is missing
+  EXPECT_EQ(last.get_service(&list, 48), -4);
+  EXPECT_EQ(Si468x_ErrorCode, 427U);
+  last.NumberComponents = 7;
+  EXPECT_EQ(component.get_component(&last, 6), -6);
   EXPECT_EQ(Si468x_ErrorCode, 28U);
 }
 

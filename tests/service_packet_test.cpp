@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Data packets: header and payload in one transaction.
-#include <memory>
-
 #include "tests/support.h"
 
 namespace {
@@ -17,11 +15,11 @@ class Packet : public Tuned_to_33 {
   int16_t get(const Byte_string& reply, uint32_t size = 4096) {
     start_over();
     board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .reply = reply});
-    buffer = std::make_unique<uint8_t[]>(size);  // of just its size: a sanitizer sees a step beyond it
+    buffer = fenced(size);
     data = {};
     return data.get_new_data(buffer.get(), size);
   }
-  std::unique_ptr<uint8_t[]> buffer;
+  Fenced buffer;
   Si468x_digital_service_data data;
 };
 
@@ -73,7 +71,7 @@ TEST_F(Packet, PrintableBytesPrintAsCharacters) {
 
 TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
   board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .cts_never = true});
-  buffer = std::make_unique<uint8_t[]>(25);
+  buffer = fenced(25);
   EXPECT_EQ(data.get_new_data(buffer.get(), 25), -3);
   EXPECT_EQ(Si468x_ErrorCode, 34U);
   Frames frames(11, zeros(2));

@@ -76,6 +76,19 @@ TEST_F(Link, TransfersLongerThanTheFifosComeBackWholeAndInPlace) {
   EXPECT_EQ(Byte_string(read.begin() + 5, read.end()), Byte_string(295, 0xA7));
 }
 
+TEST_F(Link, SplitTransferReadsBytesThatShowLateInTheFifo) {
+  board.fault({.command = "RD_REPLY", .reply = Byte_string(300, 0xA7)});
+  board.set_receive_delay(5);
+  for (const uint16_t length : std::array<uint16_t, 3>{6, 22, 300}) {
+    Byte_string read = zeros(length);
+    Si468x_SPI_CS_low();
+    EXPECT_EQ(Si468x_SPI_RW_data_noCS(read.data(), length), 0);
+    Si468x_SPI_CS_high();
+    EXPECT_EQ(read.back(), 0xA7);
+    EXPECT_EQ(board.received().back(), read);
+  }
+}
+
 TEST_F(Link, SplitTransferWaitsForDone) {
   board.fault({.transaction = 1, .bus = sim::Bus_fault::never_done});
   Byte_string bytes = zeros(2);

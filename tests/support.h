@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,20 @@ Byte_string operator+(Byte_string a, const Byte_string& b);
 /// The pauses of a wait: first, first + step, ...
 Waits growing(std::chrono::microseconds first, std::chrono::microseconds step, int count);
 
+/// Gives back pages of memory.
+struct Unmap {
+  uint8_t* pages = nullptr;
+  size_t size = 0;
+  void operator()(uint8_t* memory) const;
+};
+using Fenced = std::unique_ptr<uint8_t[], Unmap>;
+
+/// `size` bytes of 0 with inaccessible memory behind them: an access beyond them ends the test, with no sanitizer too.
+Fenced fenced(size_t size);
+Fenced fenced(const Byte_string& bytes);
+
 /// What `print` writes to standard output.
 std::string output_of(const std::function<void()>& print);
-
-/// Which lines of an aligned report show a value that is not 0, counted from the title, 0.
-std::vector<size_t> lines_not_zero(const std::string& report);
 
 /// A board with the default broadcast, always ready, whose SPI link is up and whose record is empty. Ends with a look
 /// at what no test may leave behind: a set-up mistake, a fault that was never met, an open transaction.
