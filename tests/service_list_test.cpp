@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The service list: read in two steps, decoded, written as JSON; and lists as no honest chip sends them.
+// The service list: read in two steps, decoded, written as JSON; malformed lists.
 #include <sstream>
 
 #include "frontend/reports.h"
@@ -23,7 +23,7 @@ Byte_string service(uint32_t id, uint8_t flags, uint8_t components, const std::s
   return little_endian(id, 4) + Byte_string{flags, components, 0, 0xEE} + label(text);
 }
 
-// A reply from SIZE on, which is `excess` too large.
+// A reply from SIZE on; SIZE is `excess` too large.
 Byte_string list_reply(uint16_t version, uint8_t services, const Byte_string& entries, size_t excess = 0) {
   return little_endian(entries.size() + 6 + excess, 2) + little_endian(version, 2) +
          Byte_string{services, 0xE1, 0xE2, 0xE3} + entries;
@@ -104,7 +104,7 @@ TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
   const Byte_string components{0x6A, 0x7F, 0x01, 0xFE, 0x6A, 0x80, 0x02, 0x01, 0x34, 0xD2, 0xA9, 0x00};
   Byte_string entry = service(0xFFFF9ABC, 0xFE & ~(1 << 1), 0xD3, "\"\\\xE9\x01 quoted");
   entry[6] = 0xF9;
-  entry[11] = 0;  // in the label, and no end of it
+  entry[11] = 0;  // a zero does not end the label
   ASSERT_EQ(read(list_reply(1, 1, entry + components)), 0);
   Si468x_service_data decoded;
   decoded.ECC = 77;
@@ -171,7 +171,7 @@ TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
       {Byte_string(three.begin(), three.end() - 1), 1, -4, 227},  // components of the first cut off
       {station_a, 1, -4, 327},                                    // ends where the second would begin
       {station_a + Byte_string(23, 0), 1, -4, 327},
-      {station_a + Byte_string(23, 0), 2, -4, 127},  // the same, met on the way
+      {station_a + Byte_string(23, 0), 2, -4, 127},  // the same, on the way to another
       {station_a + Byte_string(three.begin(), three.end() - 1), 2, -4, 227},
       {station_a + Byte_string(three.begin(), three.end() - 1), 1, -4, 427},  // its own components cut off
       {station_a + three, 1, 0, 0},
@@ -189,7 +189,8 @@ TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
 }
 
 TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
-  // Three services are claimed: the second's components run past the end, the third is not there; three bytes are left.
+  // The list claims three services: the second's components run past the end, the third is missing; three bytes are
+  // left.
   ASSERT_EQ(read(list_reply(1, 3, station_a + service(0x2222, 0, 15, "cut off") + Byte_string(3, 0xFF))), 0);
   const std::string text = json(list);
   const auto count = [&](const std::string& part) {
@@ -208,7 +209,7 @@ TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
   const std::string blank = json(list);
   EXPECT_NE(blank.find("\"ServiceNo\": 1,\n\"ServId\": 0,"), std::string::npos);
   EXPECT_NE(blank.find("\"Label\": \"                \",\n\"ComponentList\": [\n]"), std::string::npos);
-  ASSERT_EQ(read(list_reply(1, 1, service(5, 0, 2, "no position"))), 0);  // no position yet, nothing may be read
+  ASSERT_EQ(read(list_reply(1, 1, service(5, 0, 2, "no position"))), 0);  // no position yet: nothing may be read
   EXPECT_NE(json(list).find("\"ComponentNo\": 1,\n\"comp_ID\": 0,"), std::string::npos);
 }
 

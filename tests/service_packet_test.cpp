@@ -40,7 +40,7 @@ TEST_F(Packet, HeaderDecidesWhetherThereIsAPayload) {
     uint32_t code;
     size_t read;
   } cases[] = {
-      {0x01, 0, 9, 4096, 0, 0, 25},  // nothing queued, whatever else is claimed
+      {0x01, 0, 9, 4096, 0, 0, 25},  // nothing queued, whatever the other fields claim
       {0x03, 0, 9, 4096, 0, 0, 25},         {0x02, 1, 9, 4096, -2, 134, 25},  // overflow before readiness
       {0x00, 1, 9, 4096, -3, 234, 25},      {0x01, 1, 0, 4096, 0, 0, 25},
       {0x01, 1, 1, 26, 0, 0, 26},     // just fits
@@ -80,7 +80,7 @@ TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
   EXPECT_EQ(board.waits(), Waits(11, 10us));
 
   board.clear_record();
-  EXPECT_EQ(data.get_new_data(buffer.get(), 24), -4);  // not even a header would fit
+  EXPECT_EQ(data.get_new_data(buffer.get(), 24), -4);  // too small for a header
   EXPECT_EQ(Si468x_ErrorCode, 334U);
   EXPECT_EQ(board.sent(), Frames{});
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The simulated board: what it is strict about.
+// What the simulated board refuses.
 #include <bcm2835.h>
 
 #include "si468x/spi/split_transfer.h"
@@ -11,7 +11,7 @@ using Mistakes = std::vector<std::string>;
 
 class Strict_board : public Tuned_to_33 {
  protected:
-  void TearDown() override {}  // mistakes are what these tests are about
+  void TearDown() override {}  // these tests make mistakes
   // The chip's reason for refusing the one command.
   std::string refusal(Byte_string command) {
     board.clear_record();

@@ -57,14 +57,14 @@ TEST_F(Link, SplitTransferPutsTheSameOnTheWireAsOneCall) {
 }
 
 TEST_F(Link, OpeningATransactionDiscardsWhatTheFifosHeld) {
-  bcm2835_peri_write(bcm2835_spi0 + BCM2835_SPI0_FIFO / 4, 0xEE);  // left over: written with no transfer active
+  bcm2835_peri_write(bcm2835_spi0 + BCM2835_SPI0_FIFO / 4, 0xEE);  // a leftover, written with no transfer active
   Byte_string read = zeros(7);
   Si468x_SPI_CS_low();
   Si468x_SPI_RW_data_noCS(read.data(), 7);
   Si468x_SPI_CS_high();
   EXPECT_EQ(board.sent(), Frames{zeros(7)});
   EXPECT_EQ(read[4], 0xC0);
-  EXPECT_EQ(board.mistakes().size(), 1U);  // the board saw that it was never sent
+  EXPECT_EQ(board.mistakes().size(), 1U);  // the board noticed that it was never sent
   board.clear_record();
 }
 

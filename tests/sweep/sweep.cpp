@@ -76,7 +76,8 @@ const Kind kinds[] = {
     {"reset", {.bus = sim::Bus_fault::reset_chip}},
     {"counts-zero", {.reply = Byte_string{}}},
     {"counts-highest", {.reply = Byte_string(4096, 0xFF)}},
-    {"longest-list", {.reply = Byte_string{0xF9, 0x0F} + Byte_string(4094, 0xFF)}},  // the longest that is taken
+    {"longest-list",
+     {.reply = Byte_string{0xF9, 0x0F} + Byte_string(4094, 0xFF)}},  // the longest that the driver accepts
     {"never-done", {.bus = sim::Bus_fault::never_done}},
 };
 constexpr const char* out_of_memory = "out-of-memory";  // at an allocation instead of a transaction
@@ -168,7 +169,7 @@ class Sweep {
     return ended;
   }
 
-  // Runs the line on `board`. @return what is wrong with it
+  // Runs the line on `board`. @return what is wrong; empty: nothing
   std::string run(sim::Board& board, const sim::Fault* fault) {
     Download_watch watch;
     board.add_log(watch);
