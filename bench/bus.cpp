@@ -137,12 +137,12 @@ class Table {
   Table& operator=(const Table&) = delete;
   ~Table() { static_cast<void>(std::fclose(out_)); }
 
-  void row(const std::string& name, const Cost& least, const sim::Board_state& state, const sim::Broadcast& air,
+  void row(const std::string& name, const Cost& least, const sim::Chip_state& state, const sim::Broadcast& air,
            const std::function<void()>& operation) {
     sim::Board board(air);
     sim::use_board(&board);
     board.set_recording(false);
-    board.restore(state);
+    board.restore({.chip = state});
     const bool link_up = Si468x_bus_init() == 0;
     board.clear_record();
     const Time start = board.now();
@@ -150,7 +150,7 @@ class Table {
     const Time passed = board.now() - start;
     sim::use_board(nullptr);
 
-    const sim::Totals& totals = board.totals();
+    const trace::Totals& totals = board.totals();
     const Cost cost{totals.bytes, totals.transactions, totals.waited};
     std::fprintf(out_, "| %s | %llu | %llu | %.3f | %.0f | %.3f | %.3f | %.3f |\n", name.c_str(),
                  static_cast<unsigned long long>(cost.bytes), static_cast<unsigned long long>(cost.transactions),
@@ -172,10 +172,10 @@ class Table {
 }  // namespace
 
 int main() {
-  const sim::Board_state off{};
-  const sim::Board_state dab{.mode = sim::Mode::dab};
-  const sim::Board_state tuned{.mode = sim::Mode::dab, .dab = {.tuned_index = 0}};
-  const sim::Board_state fm{.mode = sim::Mode::fm};
+  const sim::Chip_state off{};
+  const sim::Chip_state dab{.mode = sim::Mode::dab};
+  const sim::Chip_state tuned{.mode = sim::Mode::dab, .dab = {.tuned_index = 0}};
+  const sim::Chip_state fm{.mode = sim::Mode::fm};
   const sim::Broadcast air = on_air(1, services);
 
   Table table;

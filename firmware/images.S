@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The build defines the three paths.
+// The build defines the paths of the three files.
 
 .macro image name, path
         .global \name

@@ -2,7 +2,6 @@
 #include "simulator/broadcast/broadcast_file.h"
 
 #include "fuzz/fuzz.h"
-#include "simulator/chip/list_encoding.h"
 
 // What can be read can be received: the first ensemble's last list arrives in the driver.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -11,7 +10,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (!air || air->ensembles.empty() || !air->ensembles[0].acquired || air->ensembles[0].lists.empty()) return 0;
   const sim::Service_list sent = air->ensembles[0].lists.back();
   if (sim::list_size(sent) > longest_for_driver) return 0;
-  air->faults.clear();
   air->registers = air->spi_enabled = true;
   sim::Board board(*air);
   require(start(board, {.mode = sim::Mode::dab, .dab = {.tuned_index = air->ensembles[0].index}}),

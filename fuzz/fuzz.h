@@ -43,10 +43,10 @@ bool untouched(const Record& record) {
 }
 
 /// Makes this the board that the driver talks to, with its chip in this state. Reports go nowhere.
-inline bool start(sim::Board& board, const sim::Board_state& state) {
+inline bool start(sim::Board& board, const sim::Chip_state& state) {
   sim::use_board(&board);
   board.set_recording(false);
-  board.restore(state);
+  board.restore({.chip = state});
   return Si468x_bus_init() == 0 && std::freopen("/dev/null", "w", stdout) != nullptr;
 }
 

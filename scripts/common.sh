@@ -2,13 +2,26 @@
 # Read by the other scripts. They all work from the project's root and stop at the first failure.
 set -eu
 CDPATH= cd -- "$(dirname "$0")/.."
-jobs=$(nproc)
 
 build_packages="g++ make cmake libbcm2835-dev nlohmann-json3-dev"
 test_packages="libgtest-dev python3-cram"
 bench_packages="libbenchmark-dev rapidjson-dev valgrind"
 
-# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one clear line.
+# A compiler takes up to 400 MB: as many at once as there are processors and memory for. JOBS=N overrides.
+jobs=$(awk -v most="$(nproc)" '/^MemAvailable:/ { most = $2 / 400000 < most ? int($2 / 400000) : most }
+  END { print most < 1 ? 1 : most }' /proc/meminfo 2>/dev/null) || jobs=1
+jobs=${JOBS:-$jobs}
+
+for folder in . build build-*; do
+  if [ -d "$folder" ] && [ ! -w "$folder" ]; then
+    [ "$folder" = . ] && where=$PWD || where=$PWD/$folder
+    echo "$0: $where cannot be written, it belongs to $(stat -c %U "$folder"); to build elsewhere:" \
+      "cmake -S '$PWD' -B ~/kelvo-build && cmake --build ~/kelvo-build" >&2
+    exit 1
+  fi
+done
+
+# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that tells how.
 # NAME:ARCHITECTURE is a package of another processor.
 install() {
   missing=""
@@ -20,14 +33,18 @@ install() {
   as_root=""
   if [ "$(id -u)" != 0 ]; then
     as_root=sudo
-    command -v sudo >/dev/null || { echo "$0: run it as root once, to install:$missing" >&2; exit 1; }
+    command -v sudo >/dev/null || { echo "$0: please run as root first: apt-get install$missing" >&2; exit 1; }
   fi
-  echo "Installing$missing"
+  echo "Installing with apt${as_root:+, through sudo}:$missing" >&2
+  architectures=""
   for package in $missing; do
-    case $package in *:*) $as_root dpkg --add-architecture "${package#*:}" ;; esac
+    case $package in *:*) architectures="$architectures ${package#*:}" ;; esac
   done
-  # An index that is stale may still know the packages.
-  $as_root apt-get update >/dev/null 2>&1 || true
-  why=$($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing 2>&1 >/dev/null) ||
-    { echo "$0: cannot install$missing: $(echo "$why" | grep -E '^(E|sudo):' | head -n 1)" >&2; exit 1; }
+  # One call, so that sudo asks once. An index that is stale may still know the packages.
+  $as_root sh -c '
+    for architecture in $1; do dpkg --add-architecture "$architecture"; done
+    apt-get update >/dev/null 2>&1
+    why=$(DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $2 2>&1 >/dev/null) ||
+      { echo "$why" | grep "^E:" | head -n 1 >&2; exit 1; }' install "$architectures" "$missing" ||
+    { echo "$0: cannot install; please run as root: apt-get install$missing" >&2; exit 1; }
 }

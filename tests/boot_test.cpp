@@ -31,14 +31,14 @@ TEST_F(Board_test, DabImageGoesOutWholeAndNotOneByteMore) {
   EXPECT_EQ(boot(1), "Boot up successful\n\n");
   EXPECT_EQ(image_in(board.sent(), 5, 2), bytes_of(fw_rom00_patch016bin));
   EXPECT_EQ(image_in(board.sent(), 11, 128), bytes_of(fw_dab_radio_5_0_5bin));
-  EXPECT_EQ(board.state().mode, sim::Mode::dab);
+  EXPECT_EQ(board.state().chip.mode, sim::Mode::dab);
 }
 
 TEST_F(Board_test, FmImageFollowsTheSamePatch) {
   EXPECT_EQ(boot(0), "Boot up successful\n\n");
   EXPECT_EQ(image_in(board.sent(), 5, 2), bytes_of(fw_rom00_patch016bin));
   EXPECT_EQ(image_in(board.sent(), 11, 130), bytes_of(fw_fmhd_radio_5_0_4bin));
-  EXPECT_EQ(board.state().mode, sim::Mode::fm);
+  EXPECT_EQ(board.state().chip.mode, sim::Mode::fm);
 }
 
 }  // namespace

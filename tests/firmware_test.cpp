@@ -136,10 +136,10 @@ TEST_F(Image_file, EachFailureHasItsCode) {
 }
 
 // Truncates the file after the first chunk was sent.
-class Shrink_after_first_chunk : public sim::Board_log {
+class Shrink_after_first_chunk : public trace::Observer {
  public:
   explicit Shrink_after_first_chunk(std::string path) : path_(std::move(path)) {}
-  void transaction(const sim::Transaction& done) override {
+  void transaction(const trace::Transaction& done) override {
     if (done.command == "HOST_LOAD") write_file(path_, "short");
   }
 
@@ -150,9 +150,9 @@ class Shrink_after_first_chunk : public sim::Board_log {
 TEST_F(Image_file, ThatShrinksWhileItIsReadFailsWithItsChunk) {
   write_file(path, std::string(20000, 'x'));
   Shrink_after_first_chunk shrink(path);
-  board.add_log(shrink);
+  board.add_observer(shrink);
   EXPECT_EQ(Si468x_load_firmware(path.c_str()), -6);
-  board.remove_log(shrink);
+  board.remove_observer(shrink);
   EXPECT_EQ(Si468x_ErrorCode, 1107U);
   EXPECT_EQ(board.sent().size(), 2U);
 }

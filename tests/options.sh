@@ -27,7 +27,16 @@ while read -r short long; do
 done < <(grep '^-' <<<"$help")
 
 # The index of a block is its place among the frequencies that a scan visits.
-for case in 5A:0 10N:21 11D:29 12c:33 13F:40; do
+for case in 5B:1 10N:21 11D:29 12c:33 13F:40; do
   index=$(complete_words kelvo -f "${case%:*}")
   [ "$index" = "${case#*:}" ] || { echo "$3: -f ${case%:*} is completed to '$index'"; exit 1; }
 done
+
+# A number is an index or the beginning of a block, in the order of the indexes; 5A, which cannot be tuned, is not offered.
+offers() {  # TYPED OFFERED
+  offered=$(complete_words kelvo -f "$1" | paste -sd ' ')
+  [ "$offered" = "$2" ] || { echo "$3: -f $1 offers '$offered'"; exit 1; }
+}
+offers 12 "12 (8A) 30 (12A) 31 (12N) 32 (12B) 33 (12C) 34 (12D)" "$3"
+offers 5 "1 (5B) 2 (5C) 3 (5D) 5 (6B)" "$3"
+[ "$(complete_words kelvo -f "" | sed -n '1p;$p' | paste -sd ' ')" = "1 (5B) 40 (13F)" ] || { echo "$3: -f"; exit 1; }

@@ -206,7 +206,7 @@ TEST_F(Records, OfDabHaveEachBitInItsField) {
 
 class Fm_records : public Records {
  protected:
-  Fm_records() { board.restore({.mode = sim::Mode::fm, .pins = board.state().pins}); }
+  Fm_records() { board.restore({.chip = {.mode = sim::Mode::fm}, .pins = board.state().pins}); }
 };
 
 TEST_F(Fm_records, HaveEachBitInItsField) {

@@ -76,7 +76,7 @@ TEST_F(Fm_running, SeekKnowsTheBandsLimits) {
     Byte_string command{0x31, 0, how, 0, 0, 0};
     EXPECT_EQ(Si468x_send_cmd(command.data(), nullptr, 6, 0), 0);
     board.wait(5s);
-    return board.state().fm;
+    return board.state().chip.fm;
   };
   EXPECT_EQ(seek(0x02).khz, 90000U);     // up
   EXPECT_EQ(seek(0x03).khz, 90000U);     // up and round

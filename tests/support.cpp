@@ -50,10 +50,10 @@ std::string output_of(const std::function<void()>& print) {
   return testing::internal::GetCapturedStdout();
 }
 
-Board_test::Board_test(const sim::Board_state& state) {
+Board_test::Board_test(const sim::Chip_state& state) {
   board.air().always_ready = true;
   sim::use_board(&board);
-  sim::Board_state wired = state;
+  sim::Board_state wired{.chip = state};
   wired.pins[23] = {.function = 1, .pull = 0, .level = state.mode != sim::Mode::reset};
   board.restore(wired);
   EXPECT_EQ(Si468x_bus_init(), 0);
@@ -70,7 +70,7 @@ void Board_test::start_over() {
 
 void Board_test::TearDown() {
   EXPECT_EQ(board.mistakes(), std::vector<std::string>{});
-  EXPECT_EQ(board.unmet_faults(), std::vector<std::string>{});
+  EXPECT_EQ(board.never_triggered(), std::vector<std::string>{});
   EXPECT_FALSE(board.chip_select_active());
 }
 

@@ -48,7 +48,7 @@ std::string output_of(const std::function<void()>& print);
 /// it checks that there was no set-up mistake, no fault that was never triggered, no open transaction.
 class Board_test : public testing::Test {
  protected:
-  explicit Board_test(const sim::Board_state& state = {});
+  explicit Board_test(const sim::Chip_state& state = {});
   ~Board_test() override;
   void TearDown() override;
   void start_over();  ///< forgets faults, record and error code

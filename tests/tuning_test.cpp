@@ -64,7 +64,7 @@ class Endless : public Tuning {
     const struct {
       std::array<uint8_t, 4> status_bits;
       int16_t result;
-    } cases[] = {{{}, 0}, {{0, 0, 0, 0x02}, -1}, {{0x40}, -2}};
+    } cases[] = {{{0x10}, 0}, {{0, 0, 0, 0x02}, -1}, {{0x40}, -2}};
     for (const auto& c : cases) {
       start_over();
       board.fault({.command = command, .stc_never = true});
@@ -82,7 +82,7 @@ TEST_F(Endless, TuneReturnsTheResultOfItsLastPoll) {
 }
 
 TEST_F(Endless, SeekReturnsTheResultOfItsLastPoll) {
-  board.restore({.mode = sim::Mode::fm, .pins = board.state().pins});
+  board.restore({.chip = {.mode = sim::Mode::fm}, .pins = board.state().pins});
   expect_result_of_last_poll("FM_SEEK_START", 160, [] { return Si468x_tune_next_station(); });
 }
 
@@ -99,9 +99,9 @@ TEST_F(Tuning, PollThatFailsRecordsItsCodeAndDoesNotEndTheWait) {
 TEST_F(Tuned_to_33, ServicesStartAndStop) {
   output_of([] { EXPECT_EQ(play_station(17333, 99), -1); });
   EXPECT_EQ(play_station(17333, 12), 0);
-  EXPECT_EQ(board.state().dab.running.size(), 1U);
+  EXPECT_EQ(board.state().chip.dab.running.size(), 1U);
   EXPECT_EQ(Si468x_stop_digital_service(0, 17333, 12), 0);
-  EXPECT_EQ(board.state().dab.running.size(), 0U);
+  EXPECT_EQ(board.state().chip.dab.running.size(), 0U);
   EXPECT_EQ(Si468x_stop_digital_service(1, 0x89ABCDEF, 0x01234567), -2);
   EXPECT_EQ(Si468x_ErrorCode, 33U);
   EXPECT_EQ(board.sent()[board.sent().size() - 2],

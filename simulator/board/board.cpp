@@ -26,15 +26,15 @@ std::string_view pull_name(unsigned pull) {
 
 Board::Board(Broadcast broadcast)
     : broadcast_(std::move(broadcast)),
-      chip_(broadcast_, clock_, faults_, log_),
-      wire_(chip_, clock_, faults_, log_),
-      controller_(wire_, clock_, log_) {
-  log_.add(recorder_);
-  for (const Fault& fault : broadcast_.faults) faults_.set(fault);
+      chip_(broadcast_, clock_, observers_),
+      fault_layer_(chip_, faults_, clock_, observers_),
+      wire_(fault_layer_, clock_, observers_),
+      controller_(wire_, clock_, observers_) {
+  observers_.add(recorder_);
   controller_.reset();
 }
 
-void Board::mistake(const std::string& what) { log_.mistake(clock_.now(), what); }
+void Board::mistake(const std::string& what) { observers_.mistake(clock_.now(), what); }
 
 bool Board::open() {
   open_ = broadcast_.registers;
@@ -73,14 +73,14 @@ bool Board::valid_pin(unsigned number, const char* what) {
 void Board::set_pin_function(unsigned number, unsigned function) {
   if (!valid_pin(number, "pin function set")) return;
   pins_[number].function = static_cast<uint8_t>(function & BCM2835_GPIO_FSEL_MASK);
-  log_.pin(clock_.now(), number, function_name(function));
+  observers_.pin(clock_.now(), number, function_name(function));
   if (number == reset_pin) chip_.set_reset_line(reset_line());
 }
 
 void Board::set_pin_pull(unsigned number, unsigned pull) {
   if (!valid_pin(number, "pin pull set")) return;
   pins_[number].pull = static_cast<uint8_t>(pull & 3);
-  log_.pin(clock_.now(), number, pull_name(pull));
+  observers_.pin(clock_.now(), number, pull_name(pull));
 }
 
 void Board::write_pin(unsigned number, bool level) {
@@ -89,7 +89,7 @@ void Board::write_pin(unsigned number, bool level) {
   if (pin.function != BCM2835_GPIO_FSEL_OUTP)
     mistake("GPIO " + std::to_string(number) + " written although it is no output");
   pin.level = level;
-  log_.pin(clock_.now(), number, level ? "high" : "low");
+  observers_.pin(clock_.now(), number, level ? "high" : "low");
   if (number == reset_pin) chip_.set_reset_line(reset_line());
 }
 
@@ -109,14 +109,13 @@ uint32_t Board::read_register(uint32_t offset) { return controller_.read(offset)
 void Board::write_register(uint32_t offset, uint32_t value) { controller_.write(offset, value); }
 
 void Board::wait(Time span) {
-  log_.wait(clock_.now(), span);
+  observers_.wait(clock_.now(), span);
   clock_.advance(span);
   controller_.time_passed();
 }
 
 Board_state Board::state() const {
-  Board_state state;
-  chip_.save(state);
+  Board_state state{.chip = chip_.state()};
   for (unsigned number = 0; number < pins_.size(); ++number) {
     const Pin_state& pin = pins_[number];
     if (pin.function != 0 || pin.pull != 0 || pin.level) state.pins[number] = pin;
@@ -128,13 +127,13 @@ Board_state Board::state() const {
 void Board::restore(const Board_state& state) {
   pins_ = {};
   for (const auto& [number, pin] : state.pins) pins_.at(number) = pin;
-  if (state.mode != Mode::reset) {
+  if (state.chip.mode != Mode::reset) {
     pins_[reset_pin].function = BCM2835_GPIO_FSEL_OUTP;
     pins_[reset_pin].level = true;
   } else {
     pins_[reset_pin].level = false;
   }
-  chip_.restore(state);
+  chip_.restore(state.chip);
   controller_.reset();
 }
 

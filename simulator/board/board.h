@@ -8,16 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "simulator/board/board_log.h"
 #include "simulator/board/board_state.h"
+#include "simulator/board/fault_layer.h"
 #include "simulator/board/faults.h"
-#include "simulator/board/log_hub.h"
+#include "simulator/board/observers.h"
 #include "simulator/board/recorder.h"
 #include "simulator/board/spi_controller.h"
 #include "simulator/board/spi_wire.h"
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip.h"
 #include "simulator/chip/clock.h"
+#include "trace/observer.h"
 
 namespace sim {
 
@@ -25,7 +26,7 @@ namespace sim {
 /// included. The bcm2835 functions act on the board chosen with `use_board`.
 class Board {
  public:
-  /// A board that was just switched on (chip held in reset), with the faults of the broadcast set.
+  /// A board that was just switched on: the chip is held in reset.
   explicit Board(Broadcast broadcast = default_broadcast());
   Board(const Board&) = delete;
   Board& operator=(const Board&) = delete;
@@ -39,13 +40,13 @@ class Board {
   const Waits& waits() const { return recorder_.waits(); }
   const std::vector<std::string>& mistakes() const { return recorder_.mistakes(); }  ///< set-up faults of the host
   const std::vector<std::string>& refusals() const { return recorder_.refusals(); }  ///< commands the chip refused
-  const Totals& totals() const { return recorder_.totals(); }
+  const trace::Totals& totals() const { return recorder_.totals(); }
   void clear_record() { recorder_.clear(); }
-  /// Bytes and waits are kept unless switched off; mistakes, refusals and totals always are.
+  /// Off: bytes and waits are not kept; mistakes, refusals and totals always are.
   void set_recording(bool on) { recorder_.set_keeping(on); }
-  /// `log` sees everything from now on; it belongs to the caller and must outlive the board or be removed.
-  void add_log(Board_log& log) { log_.add(log); }
-  void remove_log(Board_log& log) { log_.remove(log); }
+  /// `observer` is told everything from now on; it belongs to the caller and must outlive the board or be removed.
+  void add_observer(trace::Observer& observer) { observers_.add(observer); }
+  void remove_observer(trace::Observer& observer) { observers_.remove(observer); }
 
   // How things stand -------------------------------------------------------------------------------------------------
 
@@ -55,7 +56,7 @@ class Board {
   unsigned pin_function(unsigned number) const;  ///< BCM2835_GPIO_FSEL_...
   unsigned pin_pull(unsigned number) const;      ///< BCM2835_GPIO_PUD_...
   bool spi_running() const { return wire_.running(); }
-  /// All that stays when the program ends; `restore` brings a board there, with everything under way completed.
+  /// The state that outlives the program; `restore` continues from it, with anything in progress completed.
   Board_state state() const;
   void restore(const Board_state& state);
 
@@ -63,9 +64,10 @@ class Board {
 
   /// What is on the air; changes take effect with the next command.
   Broadcast& air() { return broadcast_; }
+  /// @throws std::invalid_argument
   void fault(const Fault& fault) { faults_.set(fault); }
   void clear_faults() { faults_.clear(); }
-  std::vector<std::string> unmet_faults() const { return faults_.unmet(); }
+  std::vector<std::string> never_triggered() const { return faults_.never_triggered(); }  ///< faults, described
   void set_realtime(bool on) { clock_.set_realtime(on); }
   void set_receive_delay(unsigned reads) { controller_.set_receive_delay(reads); }
 
@@ -93,8 +95,9 @@ class Board {
   Clock clock_;
   Faults faults_;
   Recorder recorder_;
-  Log_hub log_;
+  Observers observers_;
   Chip chip_;
+  Fault_layer fault_layer_;
   Spi_wire wire_;
   Spi_controller controller_;
   std::array<Pin_state, 54> pins_{};

@@ -17,17 +17,17 @@ enum class Bus_fault : uint8_t {
   ones,        ///< the host reads 0xFF in every byte
   flip_bit,    ///< the host reads one bit inverted (`Fault::bit`)
   shift,       ///< the host reads every byte one place late, 0x00 first
-  reset_chip,  ///< the chip loses everything and waits for POWER_UP; the transaction does not reach it
+  reset_chip,  ///< brown-out: the chip loses all state and waits for POWER_UP; the transaction does not reach it
   never_done,  ///< the controller never shows DONE; a host that waits for it is stopped by the board
 };
 
-/// One fault laid over the healthy board. It answers for what it is set on and lets everything else pass.
+/// One fault of the board. It changes what it is set on and nothing else.
 ///
 /// When: by command (`command`, `occurrence`) or by transaction (`transaction`), never both. Both are counted from the
-/// moment the fault is set. By the command RD_REPLY one meets single reads of status or reply.
+/// moment the fault is set. The command RD_REPLY means single reads of status or reply.
 ///
-/// What: any of the other members together. Those that change what is read hold for every read until the next
-/// command; set on a single read, they hold for that read only (CTS held low lasts as long as it says).
+/// What: one or more of the other members. Those that change what is read apply to every read until the next command;
+/// set on a single read, they apply to that read only (but `cts_low_reads` always counts its reads).
 struct Fault {
   std::string command{};     ///< the chip's name of the command ("DAB_GET_TIME"), or its opcode ("0xBC")
   uint32_t occurrence = 0;   ///< 1 = the next such command, 2 = the one after it ...; 0 = every one
@@ -42,24 +42,25 @@ struct Fault {
   bool stc_never = false;                          ///< the tune or seek never completes
 
   Bus_fault bus = Bus_fault::none;
-  uint32_t bit = 0;  ///< for `flip_bit`: place in the transaction as the bits travel, 0 = bit 7 of the first byte
+  std::optional<uint32_t> bit{};  ///< for `flip_bit`: its place in the transaction; 0 is bit 7 of the first byte
 };
 
-/// Says which fault it is, for messages: "DAB_GET_TIME, occurrence 2".
+/// The fault's trigger, for messages: "DAB_GET_TIME, occurrence 2".
 std::string describe(const Fault& fault);
 
-/// The faults set on a board, which of them were met, and what they do to the transaction under way.
+/// The faults set on a board, and which of them apply to the transaction in progress.
 class Faults {
  public:
-  /// @throws std::invalid_argument when the fault names no known command or not exactly one kind of moment.
+  /// @throws std::invalid_argument when the fault names no known command, not exactly one trigger, or no effect, or
+  /// when its members do not go together.
   void set(const Fault& fault);
   void clear();
 
-  /// Faults that were set and never met, as `describe` names them.
-  std::vector<std::string> unmet() const;
+  /// Faults that were set and never triggered, as `describe` names them.
+  std::vector<std::string> never_triggered() const;
 
-  /// The opcode of a new transaction has gone over the wire: chooses the faults that hold for it.
-  /// @return what to write into the trace, empty when no fault was met.
+  /// The opcode of a new transaction has gone over the wire: chooses the faults that apply to it.
+  /// @return the text for the trace, empty when no fault was triggered.
   std::string begin(uint8_t opcode);
 
   /// The transaction is over.
@@ -79,7 +80,7 @@ class Faults {
     Fault fault;
     uint8_t opcode = 0;
     uint64_t seen = 0;  // matching commands, or transactions, since it was set
-    bool met = false;
+    bool triggered = false;
   };
 
   std::vector<Entry> entries_;

@@ -3,20 +3,15 @@
 
 namespace sim {
 
-void Recorder::transaction(const Transaction& done) {
-  totals_.transactions += 1;
-  totals_.bytes += done.sent.size();
-  totals_.on_wire += done.end - done.start;
-  auto count = totals_.commands.find(done.command);
-  if (count == totals_.commands.end()) count = totals_.commands.emplace(done.command, 0).first;
-  count->second += 1;
+void Recorder::transaction(const trace::Transaction& done) {
+  totals_.transaction(done);
   if (!keeping_) return;
   sent_.emplace_back(done.sent.begin(), done.sent.end());
   received_.emplace_back(done.received.begin(), done.received.end());
 }
 
-void Recorder::wait(Time /*now*/, Time span) {
-  totals_.waited += span;
+void Recorder::wait(Time now, Time span) {
+  totals_.wait(now, span);
   if (keeping_) waits_.push_back(std::chrono::duration_cast<std::chrono::microseconds>(span));
 }
 

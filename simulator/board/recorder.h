@@ -3,35 +3,27 @@
 
 #include <chrono>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
-#include "simulator/board/board_log.h"
+#include "simulator/chip/clock.h"
+#include "trace/observer.h"
+#include "trace/totals.h"
 
 namespace sim {
 
 using Frames = std::vector<std::vector<uint8_t>>;
 using Waits = std::vector<std::chrono::microseconds>;
 
-/// Sums over everything that happened.
-struct Totals {
-  uint64_t transactions = 0;
-  uint64_t bytes = 0;
-  Time on_wire{};                                           ///< chip select low
-  Time waited{};                                            ///< in waits of the host
-  std::map<std::string, uint64_t, std::less<>> commands{};  ///< transactions by command
-};
-
 /// Keeps what a test asks for afterwards.
-class Recorder : public Board_log {
+class Recorder : public trace::Observer {
  public:
   const Frames& sent() const { return sent_; }
   const Frames& received() const { return received_; }
   const Waits& waits() const { return waits_; }
   const std::vector<std::string>& mistakes() const { return mistakes_; }
   const std::vector<std::string>& refusals() const { return refusals_; }
-  const Totals& totals() const { return totals_; }
+  const trace::Totals& totals() const { return totals_; }
 
   void clear() {
     const bool keeping = keeping_;
@@ -41,7 +33,7 @@ class Recorder : public Board_log {
   /// Without it no bytes and no waits are kept, only the rest.
   void set_keeping(bool on) { keeping_ = on; }
 
-  void transaction(const Transaction& done) override;
+  void transaction(const trace::Transaction& done) override;
   void wait(Time now, Time span) override;
   void refused(Time now, const std::string& why) override;
   void mistake(Time now, const std::string& what) override;
@@ -52,7 +44,7 @@ class Recorder : public Board_log {
   Waits waits_;
   std::vector<std::string> mistakes_;
   std::vector<std::string> refusals_;
-  Totals totals_;
+  trace::Totals totals_;
   bool keeping_ = true;
 };
 

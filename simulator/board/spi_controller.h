@@ -42,7 +42,8 @@ class Fifo {
 /// The BCM2835's SPI0 as its registers show it: CS (control and status), FIFO and CLK. Polled transfers only.
 class Spi_controller {
  public:
-  Spi_controller(Spi_wire& wire, const Clock& clock, Board_log& log) : wire_(wire), clock_(clock), log_(log) {}
+  Spi_controller(Spi_wire& wire, const Clock& clock, trace::Observer& observer)
+      : wire_(wire), clock_(clock), observer_(observer) {}
 
   uint32_t read(uint32_t offset);
   void write(uint32_t offset, uint32_t value);
@@ -62,7 +63,7 @@ class Spi_controller {
 
   Spi_wire& wire_;
   const Clock& clock_;
-  Board_log& log_;
+  trace::Observer& observer_;
   uint32_t control_ = 0;  // the bits of CS that the host sets
   uint32_t status_ = 0;   // the bits of CS that the controller sets
   uint32_t divider_ = 0;

@@ -3,7 +3,7 @@
 
 #include <bcm2835.h>
 
-#include "simulator/chip/command_table.h"
+#include "trace/command_names.h"
 
 namespace sim {
 
@@ -18,8 +18,8 @@ uint32_t effective_divider(uint32_t divider) { return divider < 2 ? 65536 : divi
 
 }  // namespace
 
-Spi_wire::Spi_wire(Chip& chip, Clock& clock, Faults& faults, Board_log& log)
-    : chip_(chip), clock_(clock), faults_(faults), log_(log) {
+Spi_wire::Spi_wire(Fault_layer& chip, Clock& clock, trace::Observer& observer)
+    : chip_(chip), clock_(clock), observer_(observer) {
   // The longest transaction of a driver; longer ones make the buffers grow.
   constexpr size_t usual_longest = 4096;
   sent_.reserve(usual_longest);
@@ -40,71 +40,34 @@ std::string Spi_wire::setup_mistake(uint32_t control, uint32_t divider) const {
 void Spi_wire::select(uint32_t control, uint32_t divider) {
   start_ = clock_.now();
   byte_time_ = 8 * effective_divider(divider) * core_cycle;
-  previous_ = 0;
   sent_.clear();
   received_.clear();
   const std::string mistake = setup_mistake(control, divider);
-  reaches_chip_ = mistake.empty();
-  if (reaches_chip_)
-    chip_.select();
-  else
-    log_.mistake(start_, mistake);
+  chip_.select(mistake.empty());
+  if (!mistake.empty()) observer_.mistake(start_, mistake);
 }
 
 void Spi_wire::select_again() {
-  if (!reaches_chip_) return;  // said already
-  log_.mistake(clock_.now(), "transaction opened inside an open one");
-  reaches_chip_ = false;
+  if (!chip_.connected()) return;  // its mistake was reported
+  observer_.mistake(clock_.now(), "transaction opened inside an open one");
+  chip_.disconnect();
 }
 
 uint8_t Spi_wire::exchange(uint8_t sent) {
   clock_.advance(byte_time_);
-  if (sent_.empty()) begin(sent);
-  uint8_t received = reaches_chip_ ? chip_.exchange(sent) : 0;
-  if (const Fault* fault = faults_.on_bus(); fault != nullptr) received = distort(*fault, received);
+  const uint8_t received = chip_.exchange(sent);
   sent_.push_back(sent);
   received_.push_back(received);
   return received;
 }
 
-void Spi_wire::begin(uint8_t opcode) {
-  const std::string met = faults_.begin(opcode);
-  if (met.empty()) return;
-  log_.fault(clock_.now(), met);
-  if (faults_.on_bus() == nullptr || faults_.on_bus()->bus != Bus_fault::reset_chip) return;
-  chip_.drop_out();
-  reaches_chip_ = false;
-}
-
-uint8_t Spi_wire::distort(const Fault& fault, uint8_t received) {
-  switch (fault.bus) {
-    case Bus_fault::zeros:
-      return 0x00;
-    case Bus_fault::ones:
-      return 0xFF;
-    case Bus_fault::flip_bit:
-      if (fault.bit / 8 == sent_.size()) received = static_cast<uint8_t>(received ^ 0x80 >> fault.bit % 8);
-      return received;
-    case Bus_fault::shift:
-      std::swap(previous_, received);
-      return received;
-    default:
-      return received;
-  }
-}
-
 void Spi_wire::deselect() {
-  log_.transaction({.start = start_,
-                    .end = clock_.now(),
-                    .command = sent_.empty() ? "-" : command_name(sent_.front()),
-                    .sent = sent_,
-                    .received = received_});
+  observer_.transaction({.start = start_,
+                         .end = clock_.now(),
+                         .command = sent_.empty() ? "-" : trace::command_name(sent_.front()),
+                         .sent = sent_,
+                         .received = received_});
   chip_.deselect();
-  faults_.end();
-}
-
-bool Spi_wire::never_done() const {
-  return faults_.on_bus() != nullptr && faults_.on_bus()->bus == Bus_fault::never_done;
 }
 
 }  // namespace sim

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/board/state_file.h"
 
-#include <unistd.h>
-
 #include <charconv>
-#include <filesystem>
-#include <fstream>
-#include <nlohmann/json.hpp>
+
+#include "simulator/broadcast/broadcast.h"
+#include "simulator/broadcast/json_members.h"
 
 namespace sim {
-
-namespace {
 
 struct Mode_name {
   Mode mode;
@@ -27,21 +23,21 @@ constexpr unsigned pin_count = 54;
 constexpr unsigned reset_pin = 23;
 constexpr uint8_t output = 1;
 
-std::string_view mode_name(Mode mode) {
+static std::string_view mode_name(Mode mode) {
   for (const Mode_name& known : modes)
     if (known.mode == mode) return known.name;
   return modes[0].name;
 }
 
-Mode read_mode(const Json_reader& json) {
+static Mode read_mode(const Json_reader& json) {
   const std::string name = json.text();
   for (const Mode_name& known : modes)
     if (known.name == name) return known.mode;
   json.fail("unknown mode " + in_quotes(name));
 }
 
-// The keys of an object that stand for numbers.
-unsigned key_number(const std::string& key, const Json_reader& json, unsigned largest) {
+// The keys of an object that are numbers.
+static unsigned key_number(const std::string& key, const Json_reader& json, unsigned largest) {
   unsigned number = 0;
   const char* const end = key.data() + key.size();
   const auto [rest, error] = std::from_chars(key.data(), end, number);
@@ -50,140 +46,118 @@ unsigned key_number(const std::string& key, const Json_reader& json, unsigned la
   return number;
 }
 
-nlohmann::json write_dab(const Dab_state& dab) {
-  nlohmann::json json = {{"loaded_frequencies", dab.loaded_frequencies},
-                         {"antenna_cap", dab.antenna_cap},
-                         {"tuning", dab.tuning},
-                         {"tune_complete", dab.tune_complete},
-                         {"status_interrupts", dab.status_interrupts},
-                         {"events", dab.events},
-                         {"lists_arrived", dab.lists_arrived},
-                         {"running", nlohmann::json::array()}};
-  if (dab.tuned_index) json["tuned_index"] = *dab.tuned_index;
-  for (const Running_service& running : dab.running)
-    json["running"].push_back({{"service_id", running.service_id},
-                               {"component_id", running.component_id},
-                               {"next_segment", running.next_segment}});
+static void read_khz(const Json_reader& json, std::vector<uint32_t>& khz) {
+  for (const Json_reader& entry : json.elements(UINT8_MAX))
+    khz.push_back(static_cast<uint32_t>(entry.whole_number(1, UINT32_MAX)));
+}
+
+static void members(Json_members& json, Running_service& running) {
+  json("service_id", running.service_id);
+  json("component_id", running.component_id);
+  json("next_segment", running.next_segment);
+}
+
+static void members(Json_members& json, Dab_state& dab) {
+  json(
+      "loaded_frequencies", [&](const Json_reader& khz) { read_khz(khz, dab.loaded_frequencies); },
+      [&] { return nlohmann::json(dab.loaded_frequencies); });
+  json(
+      "tuned_index",
+      [&](const Json_reader& index) { dab.tuned_index = static_cast<uint8_t>(index.whole_number(0, UINT8_MAX)); },
+      [&] { return dab.tuned_index ? nlohmann::json(*dab.tuned_index) : nlohmann::json(); });
+  json("antenna_cap", dab.antenna_cap);
+  json("tuning", dab.tuning);
+  json("tune_complete", dab.tune_complete);
+  json("status_interrupts", dab.status_interrupts);
+  json("events", dab.events);
+  json("lists_arrived", dab.lists_arrived);
+  json(
+      "running",
+      [&](const Json_reader& running) {
+        for (const Json_reader& entry : running.elements()) Json_members::read(entry, dab.running.emplace_back());
+      },
+      [&] {
+        nlohmann::json running = nlohmann::json::array();
+        for (const Running_service& service : dab.running) running.push_back(Json_members::write(service));
+        return running;
+      });
+}
+
+static void members(Json_members& json, Fm_state& fm) {
+  json("khz", fm.khz, fm_band_bottom, fm_band_top);
+  json("seeking", fm.seeking);
+  json("seek_complete", fm.seek_complete);
+  json("band_limit", fm.band_limit);
+  json("signal_interrupts", fm.signal_interrupts);
+  json("next_group", fm.next_group, 0, 3);
+}
+
+static void members(Json_members& json, Pin_state& pin) {
+  json("function", pin.function, 0, 7);
+  json("pull", pin.pull, 0, 2);
+  json("level", pin.level);
+}
+
+static void read_properties(const Json_reader& json, std::map<uint16_t, uint16_t>& properties) {
+  for (const auto& [key, value] : json.members())
+    properties[static_cast<uint16_t>(key_number(key, value, UINT16_MAX))] =
+        static_cast<uint16_t>(value.whole_number(0, UINT16_MAX));
+}
+
+static nlohmann::json write_properties(const std::map<uint16_t, uint16_t>& properties) {
+  nlohmann::json json = nlohmann::json::object();
+  for (const auto& [id, value] : properties) json[std::to_string(id)] = value;
   return json;
 }
 
-Dab_state read_dab(const Json_reader& json) {
-  json.expect_keys({"loaded_frequencies", "tuned_index", "antenna_cap", "tuning", "tune_complete", "status_interrupts",
-                    "events", "lists_arrived", "running"});
-  Dab_state dab;
-  if (json.has("loaded_frequencies"))
-    for (const Json_reader& khz : json.at("loaded_frequencies").elements())
-      dab.loaded_frequencies.push_back(static_cast<uint32_t>(khz.whole_number(1, UINT32_MAX)));
-  if (dab.loaded_frequencies.size() > UINT8_MAX) json.at("loaded_frequencies").fail("more than 255 frequencies");
-  if (json.has("tuned_index"))
-    dab.tuned_index = static_cast<uint8_t>(json.at("tuned_index").whole_number(0, UINT8_MAX));
-  json.read("antenna_cap", dab.antenna_cap);
-  json.read("tuning", dab.tuning);
-  json.read("tune_complete", dab.tune_complete);
-  json.read("status_interrupts", dab.status_interrupts);
-  json.read("events", dab.events);
-  json.read("lists_arrived", dab.lists_arrived);
-  if (!json.has("running")) return dab;
-  for (const Json_reader& entry : json.at("running").elements()) {
-    entry.expect_keys({"service_id", "component_id", "next_segment"});
-    Running_service running;
-    entry.read("service_id", running.service_id);
-    entry.read("component_id", running.component_id);
-    entry.read("next_segment", running.next_segment);
-    dab.running.push_back(running);
-  }
-  return dab;
+static void read_pins(const Json_reader& json, std::map<unsigned, Pin_state>& pins) {
+  for (const auto& [key, entry] : json.members())
+    Json_members::read(entry, pins[key_number(key, entry, pin_count - 1)]);
 }
 
-nlohmann::json write_fm(const Fm_state& fm) {
-  return {{"khz", fm.khz},
-          {"seeking", fm.seeking},
-          {"seek_complete", fm.seek_complete},
-          {"band_limit", fm.band_limit},
-          {"signal_interrupts", fm.signal_interrupts},
-          {"next_group", fm.next_group}};
+static nlohmann::json write_pins(const std::map<unsigned, Pin_state>& pins) {
+  nlohmann::json json = nlohmann::json::object();
+  for (const auto& [number, pin] : pins) json[std::to_string(number)] = Json_members::write(pin);
+  return json;
 }
 
-Fm_state read_fm(const Json_reader& json) {
-  json.expect_keys({"khz", "seeking", "seek_complete", "band_limit", "signal_interrupts", "next_group"});
-  Fm_state fm;
-  json.read("khz", fm.khz, 87500, 108000);
-  json.read("seeking", fm.seeking);
-  json.read("seek_complete", fm.seek_complete);
-  json.read("band_limit", fm.band_limit);
-  json.read("signal_interrupts", fm.signal_interrupts);
-  json.read("next_group", fm.next_group, 0, 3);
-  return fm;
+// A record of the application that runs; that of the other one is not written.
+template <typename State>
+static void application(Json_members& json, std::string_view key, State& state, bool runs) {
+  json(
+      key, [&state](const Json_reader& value) { Json_members::read(value, state); },
+      [&state, runs] { return runs ? Json_members::write(state) : nlohmann::json(); });
 }
 
-std::map<unsigned, Pin_state> read_pins(const Json_reader& json) {
-  std::map<unsigned, Pin_state> pins;
-  for (const auto& [key, entry] : json.members()) {
-    entry.expect_keys({"function", "pull", "level"});
-    Pin_state& pin = pins[key_number(key, entry, pin_count - 1)];
-    entry.read("function", pin.function, 0, 7);
-    entry.read("pull", pin.pull, 0, 2);
-    entry.read("level", pin.level);
-  }
-  return pins;
+static void members(Json_members& json, Board_state& state) {
+  Chip_state& chip = state.chip;
+  json.need(
+      "mode", [&](const Json_reader& mode) { chip.mode = read_mode(mode); },
+      [&] { return nlohmann::json(mode_name(chip.mode)); });
+  json("command_error", chip.command_error);
+  json("command_overflow", chip.command_overflow);
+  json(
+      "properties", [&](const Json_reader& value) { read_properties(value, chip.properties); },
+      [&] { return write_properties(chip.properties); });
+  application(json, "dab", chip.dab, chip.mode == Mode::dab);
+  application(json, "fm", chip.fm, chip.mode == Mode::fm);
+  json(
+      "pins", [&](const Json_reader& value) { read_pins(value, state.pins); }, [&] { return write_pins(state.pins); });
 }
 
-}  // namespace
-
-std::string format_state(const Board_state& state) {
-  nlohmann::json json = {{"mode", mode_name(state.mode)},
-                         {"command_error", state.command_error},
-                         {"command_overflow", state.command_overflow},
-                         {"properties", nlohmann::json::object()},
-                         {"pins", nlohmann::json::object()}};
-  for (const auto& [id, value] : state.properties) json["properties"][std::to_string(id)] = value;
-  if (state.mode == Mode::dab) json["dab"] = write_dab(state.dab);
-  if (state.mode == Mode::fm) json["fm"] = write_fm(state.fm);
-  for (const auto& [number, pin] : state.pins)
-    json["pins"][std::to_string(number)] = {{"function", pin.function}, {"pull", pin.pull}, {"level", pin.level}};
-  return json.dump(2) + "\n";
-}
+std::string format_state(const Board_state& state) { return Json_members::write(state).dump(2) + "\n"; }
 
 Board_state parse_state(std::string_view text, const std::string& name) {
   const nlohmann::json parsed = parse_json(text, name);
   const Json_reader json(parsed, name);
-  json.expect_keys({"mode", "command_error", "command_overflow", "properties", "dab", "fm", "pins"});
   Board_state state;
-  state.mode = read_mode(json.at("mode"));
-  json.read("command_error", state.command_error);
-  json.read("command_overflow", state.command_overflow);
-  if (json.has("properties"))
-    for (const auto& [key, value] : json.at("properties").members())
-      state.properties[static_cast<uint16_t>(key_number(key, value, UINT16_MAX))] =
-          static_cast<uint16_t>(value.whole_number(0, UINT16_MAX));
-  if (json.has("dab")) state.dab = read_dab(json.at("dab"));
-  if (json.has("fm")) state.fm = read_fm(json.at("fm"));
-  if (json.has("pins")) state.pins = read_pins(json.at("pins"));
-
+  Json_members::read(json, state);
   const auto reset = state.pins.find(reset_pin);
   const bool released = reset != state.pins.end() && reset->second.function == output && reset->second.level;
-  if (released != (state.mode != Mode::reset))
-    json.fail("the chip is in mode " + in_quotes(mode_name(state.mode)) + " with its reset line " +
+  if (released != (state.chip.mode != Mode::reset))
+    json.fail("the chip is in mode " + in_quotes(mode_name(state.chip.mode)) + " with its reset line " +
               (released ? "high" : "low"));
   return state;
-}
-
-Board_state load_state(const std::string& path) {
-  if (std::error_code error; !std::filesystem::exists(path, error) && !error) return {};
-  return parse_state(read_text(path), path);
-}
-
-void save_state(const std::string& path, const Board_state& state) {
-  const std::string draft = path + "." + std::to_string(getpid());
-  std::ofstream out(draft, std::ios::binary | std::ios::trunc);
-  out << format_state(state);
-  out.close();
-  std::error_code error;
-  if (out) std::filesystem::rename(draft, path, error);
-  if (out && !error) return;
-  std::error_code ignored;  // what matters is reported below
-  std::filesystem::remove(draft, ignored);
-  throw File_error(path, "cannot be written");
 }
 
 }  // namespace sim

@@ -19,6 +19,27 @@ uint16_t Component::component_id() const {
   return static_cast<uint16_t>(transport | (dg ? 1U << 12 : 0U) | (id & 0xFFFU));
 }
 
+uint32_t list_size(const Service_list& list) {
+  constexpr uint32_t list_head = 6;  // version, count and padding
+  constexpr uint32_t service_head = 24;
+  constexpr uint32_t component_length = 4;
+  uint32_t size = list_head;
+  for (const Service& service : list.services)
+    size += service_head + component_length * static_cast<uint32_t>(service.components.size());
+  return size;
+}
+
+size_t application_size(const User_application& application) {
+  const size_t size = 3 + application.data.size();
+  return size + size % 2;
+}
+
+size_t user_applications_size(const Component& component) {
+  size_t size = 0;
+  for (const User_application& application : component.user_applications) size += application_size(application);
+  return size;
+}
+
 const Ensemble* ensemble_on(const Broadcast& air, uint32_t khz) {
   for (const Ensemble& ensemble : air.ensembles)
     if (ensemble.index < air.frequencies.size() && air.frequencies[ensemble.index] == khz) return &ensemble;

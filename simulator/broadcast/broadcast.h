@@ -2,12 +2,11 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "simulator/board/faults.h"
 
 namespace sim {
 
@@ -90,8 +89,17 @@ struct Service_list {
   std::vector<Service> services{};
 };
 
-/// The largest number of bytes from SIZE to the end of a list that the chip can hand out: its replies end at 4096.
-inline constexpr uint32_t largest_list_size = 4090;
+/// Bytes of a list on the wire, from the end of its SIZE field on.
+uint32_t list_size(const Service_list& list);
+
+/// Bytes of the component's user applications on the wire.
+size_t user_applications_size(const Component& component);
+
+/// The same of one application: type (2), length (1), data, padded to an even number.
+size_t application_size(const User_application& application);
+
+/// The largest list that the driver's buffer of 4096 bytes takes, with SIZE and the status before it.
+inline constexpr uint32_t largest_list_size = 4089;
 
 /// A DAB multiplex, or a signal that could be one, on one frequency.
 struct Ensemble {
@@ -136,8 +144,11 @@ struct Fm_signal {
   bool rssi_low = false;
 };
 
+inline constexpr uint32_t fm_band_bottom = 87500;  ///< kHz
+inline constexpr uint32_t fm_band_top = 108000;
+
 struct Fm_station {
-  uint32_t khz = 0;  ///< 87500 to 108000, a multiple of 10
+  uint32_t khz = 0;  ///< in the band, a multiple of 10
   Fm_signal signal{};
   std::optional<Rds> rds{};
 };
@@ -163,7 +174,6 @@ struct Broadcast {
   bool always_ready = false;  ///< the chip shows clear-to-send at once after every command
   bool spi_enabled = true;    ///< the system has switched SPI on: /dev/spidev0.0 exists
   bool registers = true;      ///< the peripheral registers can be mapped: bcm2835_init succeeds
-  std::vector<Fault> faults{};
 };
 
 /// The ensemble on this frequency, null when there is none.

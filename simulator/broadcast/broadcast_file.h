@@ -9,10 +9,11 @@
 
 namespace sim {
 
-/// Reads a broadcast file. @throws File_error with one line that names file, place and fault
-Broadcast read_broadcast(const std::string& path);
+/// What a broadcast file puts on the air. Its key "faults" is accepted and not read here: faults are the board's.
+/// @throws File_error with one line that names file, place and fault
+Broadcast read_broadcast(const Json_reader& json);
 
-/// The same from a text; `name` stands for the file in messages.
+/// The same from a text; `name` is the file's name in messages.
 Broadcast parse_broadcast(std::string_view text, const std::string& name);
 
 }  // namespace sim

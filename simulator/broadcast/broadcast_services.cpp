@@ -2,123 +2,147 @@
 #include "simulator/broadcast/broadcast_services.h"
 
 #include <algorithm>
+#include <span>
 
-#include "simulator/chip/list_encoding.h"
+#include "simulator/broadcast/json_members.h"
 
 namespace sim {
 
-namespace {
-
 constexpr size_t label_length = 16;
+constexpr size_t most_services = 170;  // so many without components fill the largest list
 constexpr size_t most_components = 15;
+constexpr size_t most_applications = 63;  // so many without data fill 255 bytes
 constexpr size_t longest_application = 255;
 constexpr size_t longest_payload = 65535;
 
-// Bytes as text or, in an object, as {"hex": "..."}.
-std::vector<uint8_t> read_bytes(const Json_reader& json, std::string_view text_key, std::string_view hex_key,
-                                size_t longest) {
-  std::vector<uint8_t> bytes;
-  if (json.has(text_key) == json.has(hex_key))
-    json.fail("needs one of " + in_quotes(text_key) + " and " + in_quotes(hex_key));
-  if (json.has(hex_key)) {
-    bytes = json.at(hex_key).hex();
-  } else {
-    const std::string text = json.at(text_key).text();
+// The member "text", or "hex" with the bytes in hexadecimal digits; one of them must be there.
+static void bytes_member(Json_members& json, std::vector<uint8_t>& bytes, size_t longest) {
+  const auto check = [&bytes, longest](const Json_reader& value) {
+    if (bytes.size() > longest)
+      value.fail(std::to_string(bytes.size()) + " bytes are more than " + std::to_string(longest));
+  };
+  json("text", [&](const Json_reader& value) {
+    const std::string text = value.text();
     bytes.assign(text.begin(), text.end());
-  }
-  if (bytes.size() > longest)
-    json.fail(std::to_string(bytes.size()) + " bytes are more than " + std::to_string(longest));
-  return bytes;
+    check(value);
+  });
+  json("hex", [&](const Json_reader& value) {
+    bytes = value.hex();
+    check(value);
+  });
 }
 
-std::vector<User_application> read_user_applications(const Json_reader& json) {
-  std::vector<User_application> applications;
-  for (const Json_reader& entry : json.elements()) {
-    entry.expect_keys({"type", "text", "hex"});
+static void expect_bytes(const Json_reader& json) {
+  if (json.has("text") == json.has("hex")) json.fail("needs one of \"text\" and \"hex\"");
+}
+
+static void members(Json_members& json, User_application& application) {
+  json.need("type", application.type);
+  bytes_member(json, application.data, longest_application);
+}
+
+static void read_user_applications(const Json_reader& json, Component& component) {
+  for (const Json_reader& entry : json.elements(most_applications)) {
     User_application application;
-    application.type = static_cast<uint16_t>(entry.at("type").whole_number(0, UINT16_MAX));
-    application.data = read_bytes(entry, "text", "hex", longest_application);
-    applications.push_back(std::move(application));
+    Json_members::read(entry, application);
+    expect_bytes(entry);
+    component.user_applications.push_back(std::move(application));
   }
-  return applications;
+  if (user_applications_size(component) > UINT8_MAX) json.fail("the user applications take more than 255 bytes");
+}
+
+static void members(Json_members& json, Data_segment& segment) {
+  json("number", segment.number);
+  json("total", segment.total);
+  bytes_member(json, segment.payload, longest_payload);
 }
 
 // A segment's number and the count of segments follow from its place unless they are given.
-std::vector<Data_segment> read_segments(const Json_reader& json) {
-  const std::vector<Json_reader> entries = json.elements();
-  if (entries.size() > UINT16_MAX) json.fail("more than 65535 segments");
-  std::vector<Data_segment> segments;
+static void read_segments(const Json_reader& json, std::vector<Data_segment>& segments) {
+  const std::vector<Json_reader> entries = json.elements(UINT16_MAX);
   for (const Json_reader& entry : entries) {
-    entry.expect_keys({"number", "total", "text", "hex"});
     Data_segment segment{.number = static_cast<uint16_t>(segments.size()),
                          .total = static_cast<uint16_t>(entries.size())};
-    entry.read("number", segment.number);
-    entry.read("total", segment.total);
-    segment.payload = read_bytes(entry, "text", "hex", longest_payload);
+    Json_members::read(entry, segment);
+    expect_bytes(entry);
     segments.push_back(std::move(segment));
   }
-  return segments;
 }
 
-// The key that holds the component's id within its transport, and its largest value.
+// The key that holds the component's id within its transport, by TMId, and the largest id.
 struct Id_rule {
   std::string_view key;
-  int64_t largest;
+  uint32_t largest;
 };
 
 constexpr Id_rule id_rules[] = {{"subchannel", 63}, {"subchannel", 63}, {"fidc", 63}, {"scid", 4095}};
 
-Component read_component(const Json_reader& json) {
-  json.expect_keys({"tmid", "subchannel", "fidc", "scid", "dg", "ca", "ps", "type", "mua", "global_id", "language",
-                    "charset", "label", "abbreviation", "user_applications", "data_source", "segments"});
-  Component component;
-  component.tmid = static_cast<uint8_t>(json.at("tmid").whole_number(0, 3));
-  const Id_rule& rule = id_rules[component.tmid];
-  for (const Id_rule& other : id_rules)
-    if (other.key != rule.key && json.has(other.key))
-      json.fail(in_quotes(other.key) + " does not go with TMId " + std::to_string(component.tmid));
-  component.id = static_cast<uint16_t>(json.at(rule.key).whole_number(0, rule.largest));
-  if (component.tmid != 3 && json.has("dg")) json.fail("\"dg\" goes with TMId 3 only");
-  json.read("dg", component.dg);
-  json.read("ca", component.ca);
-  json.read("ps", component.ps);
-  json.read("type", component.type, 0, 63);
-  json.read("mua", component.mua);
-  json.read("global_id", component.global_id);
-  json.read("language", component.language, 0, 63);
-  json.read("charset", component.charset, 0, 63);
-  if (json.has("label")) component.label = read_label(json.at("label"), label_length);
-  json.read("abbreviation", component.abbreviation);
-  if (json.has("user_applications")) component.user_applications = read_user_applications(json.at("user_applications"));
-  if (user_applications_size(component) > UINT8_MAX) json.fail("the user applications take more than 255 bytes");
-  json.read("data_source", component.data_source, 0, 3);
-  if (json.has("segments")) component.segments = read_segments(json.at("segments"));
-  return component;
+static void members(Json_members& json, Component& component) {
+  json.need("tmid", component.tmid, 0, 3);
+  for (const Id_rule& rule : std::span(id_rules).subspan(1))
+    json(rule.key, [&](const Json_reader& id) {
+      if (rule.key != id_rules[component.tmid].key) id.fail("does not go with TMId " + std::to_string(component.tmid));
+      component.id = static_cast<uint16_t>(id.identifier(rule.largest));
+    });
+  json("dg", [&](const Json_reader& dg) {
+    if (component.tmid != 3) dg.fail("goes with TMId 3 only");
+    component.dg = dg.truth();
+  });
+  json("ca", component.ca);
+  json("ps", component.ps);
+  json("type", component.type, 0, 63);
+  json("mua", component.mua);
+  json("global_id", component.global_id);
+  json("language", component.language, 0, 63);
+  json("charset", component.charset, 0, 63);
+  json("label", [&](const Json_reader& label) { component.label = read_label(label, label_length); });
+  json("abbreviation", component.abbreviation);
+  json("user_applications", [&](const Json_reader& all) { read_user_applications(all, component); });
+  json("data_source", component.data_source, 0, 3);
+  json("segments", [&](const Json_reader& segments) { read_segments(segments, component.segments); });
 }
 
-Service read_service(const Json_reader& json) {
-  json.expect_keys({"id", "data", "programme_type", "linking", "ca_id", "local", "charset", "label", "components"});
-  Service service;
-  json.read("data", service.data);
-  service.id = static_cast<uint32_t>(json.at("id").whole_number(0, service.data ? UINT32_MAX : UINT16_MAX));
-  json.read("programme_type", service.programme_type, 0, 31);
-  json.read("linking", service.linking);
-  json.read("ca_id", service.ca_id, 0, 7);
-  json.read("local", service.local);
-  json.read("charset", service.charset, 0, 15);
-  service.label = read_label(json.at("label"), label_length);
-  if (!json.has("components")) return service;
-  for (const Json_reader& entry : json.at("components").elements()) {
-    Component component = read_component(entry);
-    for (const Component& other : service.components)
+static void read_components(const Json_reader& json, std::vector<Component>& components) {
+  for (const Json_reader& entry : json.elements(most_components)) {
+    Component component;
+    Json_members::read(entry, component);
+    static_cast<void>(entry.at(id_rules[component.tmid].key));  // must be there
+    for (const Component& other : components)
       if (other.component_id() == component.component_id()) entry.fail("the service has this component twice");
-    service.components.push_back(std::move(component));
+    components.push_back(std::move(component));
   }
-  if (service.components.size() > most_components) json.fail("more than 15 components");
-  return service;
 }
 
-}  // namespace
+// Whether it is a data service comes first: it decides how large the id may be.
+static void members(Json_members& json, Service& service) {
+  json("data", service.data);
+  json.need("id", [&](const Json_reader& id) { service.id = id.identifier(service.data ? UINT32_MAX : UINT16_MAX); });
+  json("programme_type", service.programme_type, 0, 31);
+  json("linking", service.linking);
+  json("ca_id", service.ca_id, 0, 7);
+  json("local", service.local);
+  json("charset", service.charset, 0, 15);
+  json.need("label", [&](const Json_reader& label) { service.label = read_label(label, label_length); });
+  json("components", [&](const Json_reader& components) { read_components(components, service.components); });
+}
+
+static void read_services(const Json_reader& json, std::vector<Service>& services) {
+  for (const Json_reader& entry : json.elements(most_services)) {
+    Service service;
+    Json_members::read(entry, service);
+    const auto same_id = [&](const Service& other) { return other.id == service.id; };
+    if (std::any_of(services.begin(), services.end(), same_id))
+      entry.fail("service id " + std::to_string(service.id) + " is in the list twice");
+    services.push_back(std::move(service));
+  }
+}
+
+static void members(Json_members& json, Service_list& list) {
+  json.need("version", list.version);
+  json("after_ms",
+       [&](const Json_reader& ms) { list.after = std::chrono::milliseconds(ms.whole_number(0, INT32_MAX)); });
+  json.need("services", [&](const Json_reader& services) { read_services(services, list.services); });
+}
 
 std::string read_label(const Json_reader& json, size_t longest) {
   const std::string utf8 = json.text();
@@ -141,21 +165,12 @@ std::string read_label(const Json_reader& json, size_t longest) {
 std::vector<Service_list> read_service_lists(const Json_reader& json) {
   std::vector<Service_list> lists;
   for (const Json_reader& entry : json.elements()) {
-    entry.expect_keys({"version", "after_ms", "services"});
     Service_list list;
-    list.version = static_cast<uint16_t>(entry.at("version").whole_number(0, UINT16_MAX));
-    if (entry.has("after_ms")) list.after = std::chrono::milliseconds(entry.at("after_ms").whole_number(0, INT32_MAX));
+    Json_members::read(entry, list);
     if (!lists.empty() && list.after <= lists.back().after)
       entry.fail("\"after_ms\" is not later than the list before");
-    for (const Json_reader& service_entry : entry.at("services").elements()) {
-      Service service = read_service(service_entry);
-      const auto same_id = [&](const Service& other) { return other.id == service.id; };
-      if (std::any_of(list.services.begin(), list.services.end(), same_id))
-        service_entry.fail("service id " + std::to_string(service.id) + " is in the list twice");
-      list.services.push_back(std::move(service));
-    }
     if (list_size(list) > largest_list_size)
-      entry.fail("a list of " + std::to_string(list_size(list)) + " bytes does not fit the chip's " +
+      entry.fail("a list of " + std::to_string(list_size(list)) + " bytes is larger than " +
                  std::to_string(largest_list_size));
     lists.push_back(std::move(list));
   }

@@ -2,9 +2,13 @@
 #include "simulator/broadcast/json_reader.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace sim {
 
@@ -24,6 +28,27 @@ int digit_value(char c) {
   return -1;
 }
 
+// Sees the text as it is parsed. The parser itself keeps the last of several members with one key.
+class Strict {
+ public:
+  explicit Strict(const std::string& file) : file_(file) {}
+
+  bool operator()(int /*depth*/, nlohmann::json::parse_event_t event, const nlohmann::json& parsed) {
+    using Event = nlohmann::json::parse_event_t;
+    constexpr size_t deepest = 20;
+    if (event == Event::key && !keys_.back().insert(parsed.get<std::string>()).second)
+      throw File_error(file_, "key " + in_quotes(parsed.get<std::string>()) + " is in an object twice");
+    if (event == Event::object_start || event == Event::array_start) keys_.emplace_back();
+    if (event == Event::object_end || event == Event::array_end) keys_.pop_back();
+    if (keys_.size() > deepest) throw File_error(file_, "nested too deeply");
+    return true;
+  }
+
+ private:
+  const std::string& file_;
+  std::vector<std::set<std::string>> keys_;  // of the objects that are open
+};
+
 }  // namespace
 
 File_error::File_error(const std::string& file, const std::string& fault)
@@ -33,9 +58,9 @@ std::string in_quotes(std::string_view text) { return std::string("\"").append(t
 
 std::string read_text(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw File_error(path, "cannot be opened");
+  if (!in) throw File_error(path, std::string("cannot be opened: ") + std::strerror(errno));
   try {
-    in.exceptions(std::ios::badbit);  // a folder, for example, opens but cannot be read
+    in.exceptions(std::ios::badbit);  // a directory, for example, opens but cannot be read
     return {std::istreambuf_iterator<char>(in), {}};
   } catch (const std::ios_base::failure&) {
     throw File_error(path, "cannot be read");
@@ -44,7 +69,7 @@ std::string read_text(const std::string& path) {
 
 nlohmann::json parse_json(std::string_view text, const std::string& file) {
   try {
-    return nlohmann::json::parse(text);
+    return nlohmann::json::parse(text, Strict(file));
   } catch (const nlohmann::json::parse_error& error) {
     const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');
@@ -63,7 +88,7 @@ void Json_reader::fail(const std::string& fault) const {
   throw File_error(file_, (place_.empty() ? "" : place_ + ": ") + fault);
 }
 
-void Json_reader::expect_keys(std::initializer_list<std::string_view> keys) const {
+void Json_reader::expect_keys(const std::vector<std::string_view>& keys) const {
   if (!value_.is_object()) fail("not an object");
   for (const auto& [key, value] : value_.items())
     if (std::find(keys.begin(), keys.end(), key) == keys.end()) fail("unknown key " + in_quotes(key));
@@ -76,8 +101,9 @@ Json_reader Json_reader::at(std::string_view key) const {
   return {value_[std::string(key)], file_, place_ + "/" + std::string(key)};
 }
 
-std::vector<Json_reader> Json_reader::elements() const {
+std::vector<Json_reader> Json_reader::elements(size_t most) const {
   if (!value_.is_array()) fail("not an array");
+  if (value_.size() > most) fail("more than " + std::to_string(most) + " elements");
   std::vector<Json_reader> all;
   for (size_t i = 0; i < value_.size(); ++i) all.emplace_back(value_[i], file_, place_ + "/" + std::to_string(i));
   return all;
@@ -103,7 +129,17 @@ bool Json_reader::truth() const {
   return value_.get<bool>();
 }
 
-bool Json_reader::is_text() const { return value_.is_string(); }
+uint32_t Json_reader::identifier(uint32_t largest) const {
+  if (!value_.is_string()) return static_cast<uint32_t>(whole_number(0, largest));
+  const std::string digits = text();
+  const char* const end = digits.data() + digits.size();
+  uint32_t number = 0;
+  if (digits.size() > 2 && digits.starts_with("0x")) {
+    const auto [rest, error] = std::from_chars(digits.data() + 2, end, number, 16);
+    if (error == std::errc() && rest == end && number <= largest) return number;
+  }
+  fail(in_quotes(digits) + " is not from \"0x0\" to " + std::to_string(largest));
+}
 
 std::string Json_reader::text() const {
   if (!value_.is_string()) fail("not a text");

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <limits>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -25,7 +25,7 @@ std::string in_quotes(std::string_view text);
 /// The whole text of a file. @throws File_error
 std::string read_text(const std::string& path);
 
-/// @throws File_error, `file` being the name to show
+/// @throws File_error that names `file` when the text is not JSON, is nested deeper than 20 levels, or has a key twice
 nlohmann::json parse_json(std::string_view text, const std::string& file);
 
 /// The smallest value of an integer type.
@@ -34,8 +34,8 @@ inline constexpr int64_t smallest_of = std::numeric_limits<Number>::is_signed
                                            ? -(int64_t{1} << std::numeric_limits<Number>::digits)
                                            : 0;
 
-/// A JSON value that knows where it stands, so that every complaint names the place: "/ensembles/0/index".
-/// It refers to the parsed file, which must stay as long. Every function throws File_error for what it cannot read.
+/// A JSON value with its place in the file, so that every message names it: "/ensembles/0/index". It refers to the
+/// parsed file, which must outlive it. Every function throws File_error for what it cannot read.
 class Json_reader {
  public:
   Json_reader(const nlohmann::json& value, std::string file, std::string place = {});
@@ -43,29 +43,21 @@ class Json_reader {
   [[noreturn]] void fail(const std::string& fault) const;
 
   /// The value must be an object with no other keys than these.
-  void expect_keys(std::initializer_list<std::string_view> keys) const;
+  void expect_keys(const std::vector<std::string_view>& keys) const;
   bool has(std::string_view key) const;
   Json_reader at(std::string_view key) const;  ///< a member that must be there
-  std::vector<Json_reader> elements() const;   ///< the value must be an array
+  /// The value must be an array of at most so many elements.
+  std::vector<Json_reader> elements(size_t most = SIZE_MAX) const;
   /// Every member of an object, with its key.
   std::vector<std::pair<std::string, Json_reader>> members() const;
 
   int64_t whole_number(int64_t smallest, int64_t largest) const;
+  /// A whole number from 0, or the same as text of hexadecimal digits: "0x43B5".
+  uint32_t identifier(uint32_t largest) const;
   bool truth() const;
   std::string text() const;
   /// Text of hexadecimal digits, two for each byte, with or without blanks between the bytes.
   std::vector<uint8_t> hex() const;
-  bool is_text() const;
-
-  /// Reads a member into `target`, which stays as it is when there is no such member.
-  template <typename Number>
-  void read(std::string_view key, Number& target, int64_t smallest = smallest_of<Number>,
-            int64_t largest = std::numeric_limits<Number>::max()) const {
-    if (has(key)) target = static_cast<Number>(at(key).whole_number(smallest, largest));
-  }
-  void read(std::string_view key, bool& target) const {
-    if (has(key)) target = at(key).truth();
-  }
 
  private:
   const nlohmann::json& value_;

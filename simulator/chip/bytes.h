@@ -3,12 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
+
+#include "trace/observer.h"
 
 namespace sim {
 
-using Bytes = std::span<const uint8_t>;
+using trace::Bytes;
 
 /// Numbers on the wire are little-endian, in commands and in replies.
 inline uint16_t le16(Bytes bytes, size_t at) { return static_cast<uint16_t>(bytes[at] | bytes[at + 1] << 8); }

@@ -2,6 +2,7 @@
 #include "simulator/chip/chip.h"
 
 #include "simulator/chip/command_table.h"
+#include "trace/command_names.h"
 
 namespace sim {
 
@@ -44,17 +45,17 @@ std::string check_form(const Command_rule& rule, size_t length, Mode mode) {
 
 }  // namespace
 
-Chip::Chip(const Broadcast& air, const Clock& clock, Faults& faults, Board_log& log)
-    : core_{.air = air, .clock = clock, .faults = faults}, faults_(faults), log_(log) {}
+Chip::Chip(const Broadcast& air, const Clock& clock, trace::Observer& observer)
+    : core_{.air = air, .clock = clock, .observer = observer} {}
 
 void Chip::set_reset_line(bool high) {
   if (high == (core_.mode != Mode::reset)) return;
   start_over(high ? Mode::waiting : Mode::reset, high ? start_up : Time::zero());
-  log_.lasting_change(core_.clock.now());
+  core_.observer.persistent_change(core_.clock.now());
 }
 
-void Chip::drop_out() {
-  if (core_.mode != Mode::reset) start_over(Mode::waiting, start_up);
+void Chip::brown_out() {
+  if (!in_reset()) start_over(Mode::waiting, start_up);
 }
 
 void Chip::start_over(Mode mode, Time busy) {
@@ -65,7 +66,7 @@ void Chip::start_over(Mode mode, Time busy) {
   core_.dab.reset();
   core_.fm.reset();
   position_ = 0;
-  opcode_ = rd_reply_opcode;
+  opcode_ = trace::rd_reply_opcode;
   command_error_ = false;
   command_overflow_ = false;
   response_.clear();
@@ -76,7 +77,7 @@ bool Chip::ready() const { return core_.clock.now() >= ready_at_; }
 
 void Chip::be_busy(Time span) { ready_at_ = core_.clock.now() + (core_.air.always_ready ? Time::zero() : span); }
 
-// Lets happen what was due by now.
+// Completes whatever is due by now.
 void Chip::settle() {
   if (core_.mode == Mode::dab) core_.dab.settle(core_.clock.now());
   if (core_.mode == Mode::fm) core_.fm.settle(core_.clock.now());
@@ -90,21 +91,15 @@ uint8_t Chip::exchange(uint8_t sent) {
     opcode_ = sent;
     dropped_ = !ready();
   }
-  if (opcode_ == rd_reply_opcode) return number == 0 ? 0 : reply_byte(number - 1);
+  if (opcode_ == trace::rd_reply_opcode) return number == 0 ? 0 : reply_byte(number - 1);
   if (number < command_.size()) command_[number] = sent;
   return 0;
 }
 
 uint8_t Chip::reply_byte(size_t number) {
-  if (number < first_response_byte) {
-    const unsigned status = static_cast<unsigned>(number);
-    return faults_.status_byte(status, status_byte(status));
-  }
-  const std::vector<uint8_t>* replaced = faults_.reply();
-  if (replaced == nullptr && !ready()) return 0;
-  const std::vector<uint8_t>& response = replaced != nullptr ? *replaced : response_;
+  if (number < first_response_byte) return status_byte(static_cast<unsigned>(number));
   const size_t at = number - first_response_byte;
-  return at < response.size() ? response[at] : uint8_t{0};
+  return ready() && at < response_.size() ? response_[at] : uint8_t{0};
 }
 
 uint8_t Chip::status_byte(unsigned number) const {
@@ -128,15 +123,16 @@ uint8_t Chip::status_byte(unsigned number) const {
 }
 
 void Chip::deselect() {
-  if (position_ != 0 && opcode_ != rd_reply_opcode) take_command();
+  if (position_ != 0 && opcode_ != trace::rd_reply_opcode) take_command();
   position_ = 0;
 }
 
 void Chip::take_command() {
-  const std::string name(command_name(opcode_));
+  const std::string name(trace::command_name(opcode_));
   if (dropped_ || position_ > command_.size()) {
     command_overflow_ = true;
-    log_.refused(core_.clock.now(), name + ": " + (dropped_ ? "sent before clear-to-send" : "longer than 4096 bytes"));
+    core_.observer.refused(core_.clock.now(),
+                           name + ": " + (dropped_ ? "sent before clear-to-send" : "longer than 4096 bytes"));
     return;
   }
   const Command_rule& rule = find_command(opcode_);
@@ -148,21 +144,26 @@ void Chip::take_command() {
   response_ = std::move(answer.response);
   be_busy(command_error_ ? busy_refusing : rule.busy);
   if (command_error_)
-    log_.refused(core_.clock.now(), name + ": " + answer.refusal);
-  else if (rule.lasting)
-    log_.lasting_change(core_.clock.now());
+    core_.observer.refused(core_.clock.now(), name + ": " + answer.refusal);
+  else if (rule.persistent)
+    core_.observer.persistent_change(core_.clock.now());
 }
 
-void Chip::save(Board_state& state) const {
-  state.mode = core_.mode;
-  state.command_error = command_error_;
-  state.command_overflow = command_overflow_;
-  state.properties = core_.properties.changed();
-  state.dab = core_.dab.state();
-  state.fm = core_.fm.state();
+void Chip::hold_tune() {
+  if (core_.mode == Mode::dab) core_.dab.hold_tune();
+  if (core_.mode == Mode::fm) core_.fm.hold_seek();
 }
 
-void Chip::restore(const Board_state& state) {
+Chip_state Chip::state() const {
+  return {.mode = core_.mode,
+          .command_error = command_error_,
+          .command_overflow = command_overflow_,
+          .properties = core_.properties.changed(),
+          .dab = core_.dab.state(),
+          .fm = core_.fm.state()};
+}
+
+void Chip::restore(const Chip_state& state) {
   start_over(state.mode, Time::zero());
   command_error_ = state.command_error;
   command_overflow_ = state.command_overflow;

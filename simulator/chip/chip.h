@@ -7,12 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "simulator/board/board_log.h"
-#include "simulator/board/board_state.h"
-#include "simulator/board/faults.h"
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip_core.h"
+#include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
+#include "trace/observer.h"
 
 namespace sim {
 
@@ -21,20 +20,25 @@ namespace sim {
 /// with CMDOFERR, and both leave a line in the log.
 class Chip {
  public:
-  Chip(const Broadcast& air, const Clock& clock, Faults& faults, Board_log& log);
+  Chip(const Broadcast& air, const Clock& clock, trace::Observer& observer);
 
   /// RSTB: low holds the chip in reset, which loses everything.
   void set_reset_line(bool high);
-  /// Loses everything as by a dip of the supply, and waits for POWER_UP.
-  void drop_out();
+  /// Brown-out: loses all state and waits for POWER_UP.
+  void brown_out();
 
   void select() { position_ = 0; }
   uint8_t exchange(uint8_t sent);
   void deselect();
 
-  /// The chip's share of the board's state.
-  void save(Board_state& state) const;
-  void restore(const Board_state& state);
+  Chip_state state() const;
+  void restore(const Chip_state& state);
+
+  // The back door
+  bool in_reset() const { return core_.mode == Mode::reset; }
+  /// The tune or seek in progress does not complete.
+  void hold_tune();
+  Properties& properties() { return core_.properties; }
 
  private:
   bool ready() const;
@@ -46,8 +50,6 @@ class Chip {
   uint8_t status_byte(unsigned number) const;
 
   Chip_core core_;
-  Faults& faults_;
-  Board_log& log_;
 
   // The transaction under way
   size_t position_ = 0;  // bytes so far

@@ -3,10 +3,9 @@
 
 #include <cstdint>
 
-#include "simulator/board/board_state.h"
-#include "simulator/board/faults.h"
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/bootloader.h"
+#include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
 #include "simulator/chip/dab_receiver.h"
 #include "simulator/chip/fm_receiver.h"
@@ -18,13 +17,13 @@ namespace sim {
 struct Chip_core {
   const Broadcast& air;
   const Clock& clock;
-  const Faults& faults;
+  trace::Observer& observer;
 
   Mode mode = Mode::reset;  ///< a command that changes it takes effect when clear-to-send comes
   Bootloader bootloader{};
   Properties properties{};
-  Dab_receiver dab{air};
-  Fm_receiver fm{air};
+  Dab_receiver dab{air, observer};
+  Fm_receiver fm{air, observer};
 };
 
 }  // namespace sim

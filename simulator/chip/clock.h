@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <chrono>
+#include "trace/observer.h"
 
 namespace sim {
 
-/// Simulated time and spans of it; time counts from the moment the board was made.
-using Time = std::chrono::nanoseconds;
+/// Simulated time; it counts from the moment the board was made.
+using trace::Time;
 
 /// The board's clock. It moves only when a byte goes over the wire or the host waits, so that every run repeats
 /// exactly.
@@ -19,7 +19,7 @@ class Clock {
     if (realtime_) sleep(span);
   }
 
-  /// With `on`, time that passes on the board passes for the caller too.
+  /// With `on`, simulated time takes real time.
   void set_realtime(bool on) { realtime_ = on; }
 
  private:

@@ -2,20 +2,15 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "simulator/board/board_state.h"
 #include "simulator/chip/bytes.h"
 #include "simulator/chip/chip_core.h"
+#include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
 
 namespace sim {
-
-/// Reads the status and the response of the last command; it is no command itself.
-inline constexpr uint8_t rd_reply_opcode = 0x00;
 
 /// What a command gives: the response (from reply byte 4 on), or why it is refused.
 struct Answer {
@@ -27,10 +22,9 @@ inline Answer refuse(std::string why) { return {.refusal = std::move(why)}; }
 
 /// One command of the chip.
 struct Command_rule {
-  std::string_view name;
   uint8_t opcode;
   uint8_t modes;      ///< the modes in which the command exists, as bits of Mode
-  bool lasting;       ///< changes what the chip keeps when the host's program ends
+  bool persistent;    ///< changes state that outlives the host's program
   uint16_t shortest;  ///< bytes that the host sends, opcode included
   uint16_t longest;
   Time busy;  ///< how long clear-to-send stays low
@@ -39,12 +33,6 @@ struct Command_rule {
 
 /// The rule of a command; for an opcode that the chip does not know, one that always refuses.
 const Command_rule& find_command(uint8_t opcode);
-
-/// The chip's name of a command, "RD_REPLY" for a read, "unknown" when there is none.
-std::string_view command_name(uint8_t opcode);
-
-/// The opcode for a name, or for a number like "0xBC"; nothing when it is neither.
-std::optional<uint8_t> command_opcode(const std::string& name);
 
 // The commands, by what they are about. Each gets the whole command, whose length has been checked.
 

@@ -11,36 +11,39 @@ using namespace std::chrono_literals;
 
 constexpr Time tune_with_signal = 180ms;
 constexpr Time tune_without_signal = 250ms;
-constexpr Time long_ago = 24h;  // everything that was under way is over by now
+constexpr Time long_ago = 24h;  // anything that was in progress is over by now
 
 }  // namespace
 
-void Dab_receiver::reset() {
-  state_ = {.tune_complete = false};
-  never_ends_ = false;
-}
+void Dab_receiver::reset() { state_ = {.tune_complete = false}; }
 
 const std::vector<uint32_t>& Dab_receiver::frequencies() const {
   return state_.loaded_frequencies.empty() ? air_.frequencies : state_.loaded_frequencies;
 }
 
-void Dab_receiver::tune(uint8_t index, uint16_t antenna_cap, Time now, bool never_ends) {
+void Dab_receiver::tune(uint8_t index, uint16_t antenna_cap, Time now) {
   Dab_state tuned{.loaded_frequencies = std::move(state_.loaded_frequencies)};
   tuned.tuned_index = index;
   tuned.antenna_cap = antenna_cap;
   tuned.tuning = true;
   tuned.tune_complete = false;
   state_ = std::move(tuned);
-  never_ends_ = never_ends;
   const Ensemble* there = ensemble();
   tune_over_ = now + (there != nullptr && there->valid ? tune_with_signal : tune_without_signal);
 }
 
+void Dab_receiver::hold_tune() {
+  if (state_.tuning) tune_over_ = Time::max();
+}
+
 void Dab_receiver::settle(Time now) {
-  if (state_.tuning && !never_ends_ && now >= tune_over_) finish_tune();
+  if (state_.tuning && now >= tune_over_) finish_tune();
   if (!acquired()) return;
   const std::vector<Service_list>& lists = ensemble()->lists;
   while (state_.lists_arrived < lists.size() && now >= tune_over_ + lists[state_.lists_arrived].after) {
+    const Service_list& arrived = lists[state_.lists_arrived];
+    observer_.chip_event(tune_over_ + arrived.after,
+                         "service list version " + std::to_string(arrived.version) + " arrived");
     state_.lists_arrived += 1;
     state_.events |= event_service_list;
   }
@@ -49,6 +52,8 @@ void Dab_receiver::settle(Time now) {
 void Dab_receiver::finish_tune() {
   state_.tuning = false;
   state_.tune_complete = true;
+  observer_.chip_event(tune_over_, "tune ended at " + std::to_string(tuned_khz()) + " kHz, " +
+                                       (acquired() ? "ensemble acquired" : "no ensemble acquired"));
   const Signal& received = signal();
   unsigned interrupts = 0;
   if (received.hardmute) interrupts |= digrad_hardmute;
@@ -142,7 +147,6 @@ std::optional<Dab_receiver::Packet> Dab_receiver::fetch_packet() {
 
 void Dab_receiver::restore(const Dab_state& state, Time now) {
   state_ = state;
-  never_ends_ = false;
   if (tuned_khz() == 0) {  // the list has become shorter than the index, or there was no tune
     state_ = {.loaded_frequencies = state.loaded_frequencies, .tune_complete = false};
     return;

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "simulator/board/board_state.h"
 #include "simulator/broadcast/broadcast.h"
+#include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
 
 namespace sim {
@@ -32,18 +32,20 @@ inline constexpr unsigned event_service_list = 0x01;
 /// The DAB application's receiver: what it is tuned to, what it has decoded so far and which components it plays.
 class Dab_receiver {
  public:
-  explicit Dab_receiver(const Broadcast& air) : air_(air) {}
+  Dab_receiver(const Broadcast& air, trace::Observer& observer) : air_(air), observer_(observer) {}
 
   void reset();
-  /// Lets everything happen that was due by now.
+  /// Completes whatever is due by now.
   void settle(Time now);
 
   /// The list of frequencies in kHz that tunes refer to.
   const std::vector<uint32_t>& frequencies() const;
   void load_frequencies(std::vector<uint32_t> khz) { state_.loaded_frequencies = std::move(khz); }
 
-  /// Starts a tune to an index of the list, which drops ensemble and services; `never_ends` is a fault.
-  void tune(uint8_t index, uint16_t antenna_cap, Time now, bool never_ends);
+  /// Starts a tune to an index of the list, which drops ensemble and services.
+  void tune(uint8_t index, uint16_t antenna_cap, Time now);
+  /// A tune in progress does not complete.
+  void hold_tune();
   bool tune_complete() const { return state_.tune_complete; }
   void acknowledge_tune() { state_.tune_complete = false; }
 
@@ -78,7 +80,7 @@ class Dab_receiver {
   std::optional<Packet> fetch_packet();
 
   const Dab_state& state() const { return state_; }
-  /// Takes up a state whose tune and list, were they under way, have been completed meanwhile.
+  /// Continues from a saved state; a tune or list that was in progress is complete.
   void restore(const Dab_state& state, Time now);
 
  private:
@@ -87,8 +89,8 @@ class Dab_receiver {
   size_t packets_left(const Running_service& running) const;
 
   const Broadcast& air_;
+  trace::Observer& observer_;
   Dab_state state_{.tune_complete = false};
-  bool never_ends_ = false;
   Time tune_over_{};  // when the tune is, or was, complete
 };
 

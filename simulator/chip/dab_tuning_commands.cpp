@@ -66,7 +66,7 @@ Answer dab_tune_freq(Chip_core& chip, Bytes command) {
   if (index >= chip.dab.frequencies().size()) return refuse("the frequency list has no index " + std::to_string(index));
   if (antenna_cap > largest_antenna_cap)
     return refuse("antenna capacitor above " + std::to_string(largest_antenna_cap));
-  chip.dab.tune(index, antenna_cap, chip.clock.now(), chip.faults.stc_never());
+  chip.dab.tune(index, antenna_cap, chip.clock.now());
   return {};
 }
 

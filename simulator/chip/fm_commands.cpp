@@ -37,7 +37,7 @@ Answer fm_seek_start(Chip_core& chip, Bytes command) {
   if (command[1] != 0 || command[3] != 0) return refuse("argument bytes 1 and 3 are not 0");
   if ((command[2] & ~(seek_up | seek_wrap)) != 0) return refuse("unknown bits in argument byte 2");
   if (le16(command, 4) != 0) return refuse("the antenna capacitor is chosen by the chip on this board");
-  chip.fm.seek((command[2] & seek_up) != 0, (command[2] & seek_wrap) != 0, chip.clock.now(), chip.faults.stc_never());
+  chip.fm.seek((command[2] & seek_up) != 0, (command[2] & seek_wrap) != 0, chip.clock.now());
   return {};
 }
 

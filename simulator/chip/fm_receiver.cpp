@@ -15,24 +15,22 @@ constexpr Time seek_time_per_khz = 60us;
 
 void Fm_receiver::reset() {
   state_ = {};
-  never_ends_ = false;
   arrive();
   state_.seek_complete = false;
 }
 
-void Fm_receiver::seek(bool up, bool wrap, Time now, bool never_ends) {
+void Fm_receiver::seek(bool up, bool wrap, Time now) {
   const Landing landing = look_for_station(up, wrap);
   state_ = {.khz = landing.khz, .seeking = true, .band_limit = landing.band_limit};
-  never_ends_ = never_ends;
   over_ = now + landing.distance * seek_time_per_khz;
 }
 
 // The nearest station in the direction of the seek, counting distances around the band's end when the seek wraps.
 Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
-  constexpr uint32_t band_width = band_top - band_bottom;
-  const uint32_t to_limit = up ? band_top - state_.khz : state_.khz - band_bottom;
+  constexpr uint32_t band_width = fm_band_top - fm_band_bottom;
+  const uint32_t to_limit = up ? fm_band_top - state_.khz : state_.khz - fm_band_bottom;
   Landing nearest = wrap ? Landing{.khz = state_.khz, .distance = band_width, .band_limit = true}
-                         : Landing{.khz = up ? band_top : band_bottom, .distance = to_limit, .band_limit = true};
+                         : Landing{.khz = up ? fm_band_top : fm_band_bottom, .distance = to_limit, .band_limit = true};
   for (const Fm_station& station : air_.fm_stations) {
     if (!station.signal.valid || station.khz == state_.khz) continue;
     const bool ahead = (station.khz > state_.khz) == up;
@@ -45,8 +43,16 @@ Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
   return nearest;
 }
 
+void Fm_receiver::hold_seek() {
+  if (state_.seeking) over_ = Time::max();
+}
+
 void Fm_receiver::settle(Time now) {
-  if (state_.seeking && !never_ends_ && now >= over_) arrive();
+  if (state_.seeking && now >= over_) {
+    arrive();
+    observer_.chip_event(over_, "seek ended at " + std::to_string(state_.khz) + " kHz" +
+                                    (state_.band_limit ? ", no station found" : ""));
+  }
 }
 
 void Fm_receiver::arrive() {
@@ -80,7 +86,6 @@ uint8_t Fm_receiver::take_group() {
 
 void Fm_receiver::restore(const Fm_state& state, Time now) {
   state_ = state;
-  never_ends_ = false;
   over_ = now;
   settle(now);
 }

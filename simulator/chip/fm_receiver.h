@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "simulator/board/board_state.h"
 #include "simulator/broadcast/broadcast.h"
+#include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
 
 namespace sim {
@@ -19,18 +19,17 @@ inline constexpr unsigned fm_rssi_low = 0x01;
 /// The FM application's receiver.
 class Fm_receiver {
  public:
-  static constexpr uint32_t band_bottom = 87500;  ///< kHz
-  static constexpr uint32_t band_top = 108000;
-
-  explicit Fm_receiver(const Broadcast& air) : air_(air) {}
+  Fm_receiver(const Broadcast& air, trace::Observer& observer) : air_(air), observer_(observer) {}
 
   void reset();
-  /// Lets everything happen that was due by now.
+  /// Completes whatever is due by now.
   void settle(Time now);
 
   /// Starts a seek for the next station that is good enough; it ends at the band's limit or, with `wrap`, goes on from
   /// the other end up to where it began.
-  void seek(bool up, bool wrap, Time now, bool never_ends);
+  void seek(bool up, bool wrap, Time now);
+  /// A seek in progress does not complete.
+  void hold_seek();
   bool seek_complete() const { return state_.seek_complete; }
   void acknowledge_seek() { state_.seek_complete = false; }
 
@@ -58,8 +57,8 @@ class Fm_receiver {
   void arrive();
 
   const Broadcast& air_;
+  trace::Observer& observer_;
   Fm_state state_{};
-  bool never_ends_ = false;
   Time over_{};
 };
 

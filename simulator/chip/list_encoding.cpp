@@ -8,9 +8,6 @@ namespace sim {
 namespace {
 
 constexpr size_t label_length = 16;
-constexpr uint32_t list_head = 6;  // version, count and what pads them
-constexpr uint32_t service_head = 24;
-constexpr uint32_t component_length = 4;
 
 unsigned bit(bool set, unsigned number) { return set ? 1U << number : 0U; }
 
@@ -40,38 +37,20 @@ void put_component(std::vector<uint8_t>& out, const Component& component) {
   put8(out, bit(component.mua, 0));
 }
 
-// An entry is padded to an even number of bytes: type (2), length (1), data.
-size_t application_size(const User_application& application) {
-  const size_t size = 3 + application.data.size();
-  return size + size % 2;
-}
-
 }  // namespace
-
-uint32_t list_size(const Service_list& list) {
-  uint32_t size = list_head;
-  for (const Service& service : list.services)
-    size += service_head + component_length * static_cast<uint32_t>(service.components.size());
-  return size;
-}
 
 std::vector<uint8_t> encode_list(const Service_list& list) {
   std::vector<uint8_t> out;
   put16(out, list_size(list));
   put16(out, list.version);
   put8(out, static_cast<unsigned>(list.services.size()));
-  out.resize(2 + list_head);
+  put8(out, 0);
+  put16(out, 0);
   for (const Service& service : list.services) {
     put_service(out, service);
     for (const Component& component : service.components) put_component(out, component);
   }
   return out;
-}
-
-size_t user_applications_size(const Component& component) {
-  size_t size = 0;
-  for (const User_application& application : component.user_applications) size += application_size(application);
-  return size;
 }
 
 std::vector<uint8_t> encode_component_info(const Component& component) {

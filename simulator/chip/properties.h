@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "simulator/board/board_state.h"
+#include "simulator/chip/chip_state.h"
 
 namespace sim {
 

@@ -1,22 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/host/environment.h"
 
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <optional>
 #include <string>
 
-#include "simulator/board/state_file.h"
-#include "simulator/board/trace.h"
-#include "simulator/broadcast/broadcast_file.h"
+#include "simulator/board/fault_file.h"
+#include "simulator/host/state_keeper.h"
+#include "simulator/host/variables.h"
+#include "trace/trace.h"
 
 namespace sim {
 
 namespace {
 
-constexpr int exit_bad_broadcast = 2;
+constexpr int exit_bad_file = 2;
 constexpr int exit_hang = 3;
 
 // The program's own output comes first.
@@ -25,22 +28,45 @@ void complain(const std::string& what) {
   std::fprintf(stderr, "kelvo-sim: %s\n", what.c_str());
 }
 
-std::string variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr ? value : "";
+[[noreturn]] void refuse(const std::string& what) {
+  complain(what);
+  std::exit(exit_bad_file);
 }
 
-Broadcast chosen_broadcast() {
-  const std::string path = variable("KELVO_SIM_BROADCAST");
+void warn_of_unknown_variables() {
+  for (const std::string& name : unknown_variables())
+    complain("warning: " + name + " is not a variable of the simulated board");
+}
+
+// The broadcast and the faults that the variables choose.
+Board_file chosen_files() {
+  warn_of_unknown_variables();
   try {
-    return path.empty() ? default_broadcast() : read_broadcast(path);
+    const std::string broadcast = variable("KELVO_SIM_BROADCAST");
+    Board_file chosen = broadcast.empty() ? Board_file{.air = default_broadcast()} : read_board_file(broadcast);
+    if (const std::string faults = variable("KELVO_SIM_FAULTS"); !faults.empty())
+      for (const Fault& fault : read_fault_file(faults)) chosen.faults.push_back(fault);
+    return chosen;
   } catch (const File_error& error) {
-    complain(error.what());
-    std::exit(exit_bad_broadcast);
+    refuse(error.what());
   }
 }
 
-// Where the state is kept; empty: nowhere.
+constexpr size_t all_bytes = std::numeric_limits<size_t>::max();
+
+// How many bytes of a transaction the trace shows; nothing: as it does by itself.
+std::optional<size_t> trace_bytes() {
+  const std::string text = variable("KELVO_SIM_TRACE_BYTES");
+  if (text.empty()) return std::nullopt;
+  if (text == "all") return all_bytes;
+  size_t bytes = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, bytes);
+  if (error != std::errc() || rest != end) refuse("KELVO_SIM_TRACE_BYTES is neither a number nor \"all\"");
+  return bytes;
+}
+
+// The state file; empty: none.
 std::string state_path() {
   if (std::string path = variable("KELVO_SIM_STATE"); !path.empty()) return path;
   std::filesystem::path directory = variable("XDG_STATE_HOME");
@@ -53,28 +79,33 @@ std::string state_path() {
     directory = std::filesystem::path(home) / ".local" / "state";
   }
   directory /= "kelvo";
-  std::error_code ignored;  // a directory that cannot be made shows when the state is written
+  std::error_code ignored;  // a directory that cannot be made shows when the lock is opened
   std::filesystem::create_directories(directory, ignored);
   return (directory / "board.json").string();
 }
 
-// The board of the program, with what the person in front of it hears of it.
-class Environment : public Board_log {
+// The board of the program, and what its user is told on standard error.
+class Environment : public trace::Observer {
  public:
-  Environment() : board_(chosen_broadcast()), state_path_(state_path()) {
+  explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), complain) {
+    for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
     board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
+    board_.restore(keeper_.load());
     open_trace();
-    load();
-    board_.add_log(*this);
+    board_.add_observer(*this);
   }
 
   Board& board() { return board_; }
 
   void finish() {
-    if (trace_) trace_->write_totals(board_.now(), board_.totals());
+    const std::vector<std::string> never_triggered = board_.never_triggered();
+    if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
     if (trace_ && !trace_file_) complain(variable("KELVO_SIM_TRACE") + ": the trace could not be written");
-    save();
+    std::string faults;
+    for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
+    if (!faults.empty()) complain("warning: never triggered: " + faults);
+    keeper_.save(board_.state());
   }
 
   void mistake(Time /*now*/, const std::string& what) override { complain("board: " + what); }
@@ -84,11 +115,12 @@ class Environment : public Board_log {
     std::exit(exit_hang);
   }
 
-  // A program may be stopped from outside at any time; the chip goes on all the same.
-  void lasting_change(Time /*now*/) override { save(); }
+  // A program may be killed at any time; the chip goes on anyway.
+  void persistent_change(Time /*now*/) override { keeper_.save(board_.state()); }
 
  private:
   void open_trace() {
+    const std::optional<size_t> most = trace_bytes();
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
     trace_file_.open(path, std::ios::trunc);
@@ -96,32 +128,13 @@ class Environment : public Board_log {
       complain(path + ": the trace cannot be written");
       return;
     }
-    board_.add_log(trace_.emplace(trace_file_));
-  }
-
-  void load() {
-    if (state_path_.empty()) return;
-    try {
-      board_.restore(load_state(state_path_));
-    } catch (const File_error& error) {
-      complain(std::string(error.what()) + "; the chip starts in reset");
-    }
-  }
-
-  void save() {
-    if (state_path_.empty()) return;
-    try {
-      save_state(state_path_, board_.state());
-    } catch (const File_error& error) {
-      complain(error.what());
-      state_path_.clear();  // said once
-    }
+    board_.add_observer(trace_.emplace(trace_file_, most));
   }
 
   std::ofstream trace_file_;
-  std::optional<Trace> trace_;
+  std::optional<trace::Trace> trace_;
   Board board_;
-  std::string state_path_;
+  State_keeper keeper_;
 };
 
 // Never destroyed: a program may end in the middle of a call to the board.
@@ -133,7 +146,7 @@ Board* chosen_board = nullptr;
 
 Board& environment_board() {
   if (environment == nullptr) {
-    environment = new Environment;
+    environment = new Environment(chosen_files());
     std::atexit([] { environment->finish(); });
   }
   return environment->board();

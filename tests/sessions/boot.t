@@ -65,13 +65,13 @@ The boot: its order, waits, pins and texts.
   Si468x shut down
   
 
-A chip that needs its time is awaited.
+The driver waits for a chip that needs its time.
 
   $ KELVO_SIM_BROADCAST= run -b D
   Boot up successful
   
 
-A failed power-up sends no image; the link keeps running.
+After a failed power-up no image is sent; the SPI link stays up.
 
   $ air '"faults": [{"command": "POWER_UP", "status_bits": "40 00 00 00"}]'
   $ boot -b D
@@ -92,7 +92,7 @@ A failed power-up sends no image; the link keeps running.
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-A patch that does not arrive: the chip is held in reset, then the program speaks. No further chunk is sent.
+A patch that does not arrive: the chip is held in reset, then the message is printed. No further chunk is sent.
 
   $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 2, "status_bits": "00 00 00 04"}]'
   $ boot -b D
@@ -128,7 +128,7 @@ A patch that does not arrive: the chip is held in reset, then the program speaks
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-An image that does not arrive: the program speaks, then the chip is held in reset.
+An image that does not arrive: the message is printed, then the chip is held in reset.
 
   $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 4, "status_bits": "40 00 00 00"}]'
   $ boot -b D
@@ -179,6 +179,7 @@ An application that does not start.
 
 Start-up, and a system in which SPI is switched off.
 
+  $ air
   $ KELVO_SIM_TRACE=/dev/stdout kelvo-sim -b X | sed -n '/^ /s/^ *[0-9.]* pin/pin/p'
   pin 23 output
   pin 7 input

@@ -1,4 +1,4 @@
-The library's examples show what they promise.
+The library's example programs and what they print.
 
   $ . "$TESTDIR/setup.sh"
   $ run -b D -f 33
@@ -34,7 +34,7 @@ The library's examples show what they promise.
   In buffer remaining data:                   1
   Segment number:                             3
 
-The service was stopped, so it can be started again. Without a running application they say so.
+The service was stopped, so it can be started again. Without a running application the examples print why they end.
 
   $ example-data_packets-sim | wc -l
   52

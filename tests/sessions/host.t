@@ -1,4 +1,4 @@
-What the machine around the program may do to it.
+Faults of the host: closed and full files, missing input, directories that cannot be written.
 
   $ . "$TESTDIR/setup.sh"
   $ run -b D -f 33
@@ -7,7 +7,7 @@ What the machine around the program may do to it.
   Tuned.
   
 
-Standard output closed, or full: the work is done all the same.
+Standard output closed, or full: the work is done anyway.
 
   $ kelvo-sim -g -d >&-
   $ kelvo-sim -g -d > /dev/full
@@ -40,7 +40,7 @@ Standard input that ends before an answer, or is closed: the questions are still
   Thank you
   $ rm ensemblescan__.json
 
-A file of the scan's name is replaced whole. One that cannot be written stays as it was, and nothing is said.
+A file of the scan's name is replaced as a whole. One that cannot be written is unchanged, and nothing is printed.
 
   $ head -c 1000000 /dev/zero > ensemblescan_1_x.json
   $ printf '\n\n1\nx\n' | run -u | tail -n 1
@@ -63,7 +63,7 @@ A folder of that name.
   Thank you
   $ ls ensemblescan_2_y.json
 
-A working directory that cannot be written, also by root.
+A working directory that not even root can write.
 
   $ (cd /proc && printf '\n\n1\nx\n' | run -u | tail -n 1)
   Thank you
@@ -74,8 +74,7 @@ A disc that is full.
   $ printf '\n\n3\nz\n' | run -u | tail -n 1
   Thank you
 
-Texts come before what they announce, also where nobody waits at a terminal: a scan in real time is still under way when
-its first words are there.
+Each line is flushed as it is written, into a pipe too: the first lines of a scan in real time arrive while it runs.
 
   $ KELVO_SIM_REALTIME=1 kelvo-sim -u < /dev/null > said 2>&1 & disown
   $ for i in $(seq 100); do ! grep -qs 'SPI bus enabled' said || break; sleep 0.05; done

@@ -47,7 +47,7 @@ Playing needs both ids; without them the run goes on. Digits count up to the fir
   Illegal value for volume. Volume must be an integer between 0 and 63
   
 
-The firmware's first letter counts, and only D and F boot.
+Only the first letter of the firmware is used, and only D and F boot.
 
   $ run -b DAB
   Boot up successful
@@ -67,8 +67,8 @@ The firmware's first letter counts, and only D and F boot.
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-Of a frequency and of the output's switch the low eight bits count, and frequency 0 tunes nothing. A failed tune ends
-the run: no volume, no report, and the chip is not shut down.
+Only the low eight bits of a frequency index and of the output choice are used; index 0 tunes nothing. A tune that finds
+no ensemble ends the run: no volume, no report, and the chip is not shut down.
 
   $ run -b D -f 0 -f 256
   Boot up successful
@@ -89,7 +89,7 @@ the run: no volume, no report, and the chip is not shut down.
   SET_PROPERTY 13 00 00 08 01 00
   SET_PROPERTY 13 00 00 08 02 00
 
-Help, version and errors come before the board is touched, and the start lines before them.
+Help, version and usage errors come before the board is touched, and the start lines before them.
 
   $ export KELVO_SIM_BROADCAST=/no/such/file
   $ kelvo-sim --help

@@ -97,7 +97,7 @@ A chip with three frequencies: nothing, an ensemble of one service, a signal too
   $ sed -n '/^{"content"/,/^```/p' "$page" | sed '$d' > shown
   $ head -n "$(wc -l < shown)" ensemblescan_4711_Springfield.json | diff shown -
 
-The answers go into the file as typed, and its name decides where it lands; without a folder there it is not written.
+The answers go into the file as typed, and they make its name; without a directory of that name nothing is written.
 
   $ run -b D
   Boot up successful
@@ -121,7 +121,7 @@ The answers go into the file as typed, and its name decides where it lands; with
   ./ensemblescan_d
   ./ensemblescan_d/e_f.json
 
-Services and time stand in the file each for itself; what failed is left out.
+Services and time are written independently; what failed is left out.
 
   $ three ', "faults": [{"command": "DAB_GET_TIME", "cts_never": true}]'
   $ printf '\n\nno\ntime\n' | run -u | grep ^Found
@@ -145,7 +145,7 @@ Services and time stand in the file each for itself; what failed is left out.
   "month": 3,
   "day": 7,
 
-What failed at one ensemble is not made up by what the one just before it sent.
+What failed at one ensemble is not filled with what the one before it sent.
 
   $ three ', "faults": [{"command": "GET_DIGITAL_SERVICE_LIST", "occurrence": 3, "status_bits": "40 00 00 00"},
   >                    {"command": "DAB_GET_TIME", "occurrence": 2, "status_bits": "40 00 00 00"}]'
@@ -155,7 +155,7 @@ What failed at one ensemble is not made up by what the one just before it sent.
   1
   1
 
-A frequency that cannot be tuned leaves no trace but its line, which shows what was measured last.
+A frequency that cannot be tuned leaves only its progress line, which shows the previous measurement.
 
   $ three ', "faults": [{"command": "DAB_TUNE_FREQ", "occurrence": 1, "status_bits": "40 00 00 00"},
   >                    {"command": "DAB_TUNE_FREQ", "occurrence": 3, "cts_never": true}]'
@@ -176,7 +176,7 @@ The bar has a dash for each dB, up to 255.
   200
   200
 
-A list of frequencies that is cut off is scanned without its numbers.
+A frequency list that could not be read: the scan tunes by index, and its lines show 0 kHz.
 
   $ three ', "faults": [{"command": "DAB_GET_FREQ_LIST", "occurrence": 2, "status_bits": "40 00 00 00"}]'
   $ run -u < /dev/null | grep Scanning
@@ -184,8 +184,8 @@ A list of frequencies that is cut off is scanned without its numbers.
   Scanning frequency: 0 kHz. Found signal with RSSI: ----------------------------------------
   Scanning frequency: 0 kHz. Found signal with RSSI: ---------
 
-A list is trusted when a version that was announced as new is still there at a later look; a later version replaces the
-one that was remembered.
+A service list is stable when a version that was announced as new is still there at a later poll; a later version
+replaces the remembered one.
 
   $ event() { echo '{"command": "DAB_GET_EVENT_STATUS", "occurrence": '$1', "reply": "'"$2"'"}'; }
   $ three ', "faults": ['"$(event 1 '00 01 05 00'), $(event 2 '01 01 05 00'), $(event 3 '01 01 06 00'),
@@ -198,7 +198,7 @@ one that was remembered.
        50 DAB_GET_EVENT_STATUS b3 01
        50 wait 200000.000
 
-The chip's list decides how much is visited, up to the 41 entries that the file always has.
+The chip's frequency list decides how many indexes are visited, 41 at most; the file always has 41 entries.
 
   $ for count in 0 1 41 42 255; do
   >   echo '{"frequencies": ['$(seq -s , 174000 $((173999 + count)))'], "chip": {"always_ready": true}}' > air.json

@@ -1,5 +1,5 @@
 # Read by every session. Each has a folder and a board of its own.
-unset KELVO_SIM_TRACE KELVO_SIM_REALTIME ARGP_HELP_FMT POSIXLY_CORRECT
+unset KELVO_SIM_FAULTS KELVO_SIM_TRACE KELVO_SIM_TRACE_BYTES KELVO_SIM_REALTIME ARGP_HELP_FMT POSIXLY_CORRECT
 export KELVO_SIM_STATE="$PWD/board.json"
 export KELVO_SIM_BROADCAST="$PWD/air.json"
 default=$TESTDIR/../../simulator/broadcast/files/default.json
@@ -13,7 +13,13 @@ air() {
   } >"$KELVO_SIM_BROADCAST"
 }
 
-# run OPTION...: what the program says after its start lines, and its exit status unless that is 0.
+# faults FAULT,...: from now on these faults, whatever the broadcast.
+faults() {
+  export KELVO_SIM_FAULTS="$PWD/faults.json"
+  echo "[$1]" >"$KELVO_SIM_FAULTS"
+}
+
+# run OPTION...: what the program prints after its start lines, and its exit status unless that is 0.
 run() {
   kelvo-sim "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'
   said ${PIPESTATUS[0]}
@@ -27,7 +33,7 @@ wire() {
     sed '1,/^SPI bus enabled/d' | sed 1d |
     sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|refused|mistake|total) /\1 /
             s/(.*[]}]) +[0-9]+\.[0-9]+ (spi|total) /\1\n\2 /' |
-    sed -E '/^total/d; s/^spi RD_REPLY ([0-9]+) .*/read \1/; s/^spi ([A-Z_]+) [0-9]+ > (.*) <.*/\1 \2/'
+    sed -E '/^total/d; /^ +[0-9.]+ chip /d; s/^spi RD_REPLY ([0-9]+) .*/read \1/; s/^spi ([A-Z_]+) [0-9]+ > (.*) <.*/\1 \2/'
   said ${PIPESTATUS[0]}
 }
 

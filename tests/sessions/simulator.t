@@ -32,7 +32,7 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   kelvo-sim: air.json: /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
   = 2
   $ KELVO_SIM_BROADCAST=none.json kelvo-sim -b D > /dev/null
-  kelvo-sim: none.json: cannot be opened
+  kelvo-sim: none.json: cannot be opened: No such file or directory
   [2]
   $ [ -e board.json ]
   [1]
@@ -54,11 +54,11 @@ The file that docs/simulator.md shows can be used.
   
   2016-3-7T9:5:0Z
 
-A damaged state is said, and the chip starts in reset.
+A damaged state file: one line, and the chip starts in reset.
 
   $ air
   $ while read -r text; do
-  >   printf '%s' "$text" > board.json; run -i | sed "s|$PWD/||" | head -n 2
+  >   printf '%s' "$text" > board.json; run -i | sed "s|$PWD/||g; s/bad[0-9]/bad/" | head -n 2
   > done << END
   > 
   > {
@@ -67,30 +67,29 @@ A damaged state is said, and the chip starts in reset.
   > {"mode": 99}
   > null
   > END
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset
+  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: line 1, column 2: not valid JSON; the chip starts in reset
+  kelvo-sim: board.json: line 1, column 2: not valid JSON; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset
+  kelvo-sim: board.json: not an object; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: the chip is in mode "dab" with its reset line low; the chip starts in reset
+  kelvo-sim: board.json: the chip is in mode "dab" with its reset line low; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /mode: not a text; the chip starts in reset
+  kelvo-sim: board.json: /mode: not a text; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset
+  kelvo-sim: board.json: not an object; the chip starts in reset, and the file is kept as board.json.bad
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   $ mkdir taken; KELVO_SIM_STATE=taken kelvo-sim 2>&1 | grep taken
-  kelvo-sim: taken: cannot be read; the chip starts in reset
-  kelvo-sim: taken: cannot be written
+  kelvo-sim: taken: is a directory; the board's state is not kept
 
-The state's place.
+Where the state file is kept.
 
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
   Boot up successful
   
   Boot up successful
   
-  $ find x h -type f
+  $ find x h -name '*.json'
   x/kelvo/board.json
   h/.local/state/kelvo/board.json
   $ (unset KELVO_SIM_STATE XDG_STATE_HOME HOME; run -b D)
@@ -98,7 +97,7 @@ The state's place.
   Boot up successful
   
 
-A state outlives a broadcast that no longer fits it.
+A state that the broadcast no longer fits.
 
   $ run -b D -f 33 -p -e 17333 -c 12
   Boot up successful

@@ -1,4 +1,4 @@
-What each action sends, how long it waits, and what it says meanwhile.
+What each action sends, how long it waits, and what it prints.
 
   $ . "$TESTDIR/setup.sh"
   $ run -b D
@@ -145,7 +145,7 @@ No ensemble at this index.
   Could not tune to frequency
   
 
-A tune that is refused, or never complete, is judged by the ensemble all the same.
+After a tune that is refused or never completes, the acquired ensemble alone decides.
 
   $ run -b D
   Boot up successful
@@ -155,10 +155,10 @@ A tune that is refused, or never complete, is judged by the ensemble all the sam
       100 wait 100000.000
         1 wait 500000.000
        10 wait 200000.000
+  $ air
   $ run -k
   Si468x shut down
   
-  $ air
   $ run -b D -f 33
   Boot up successful
   
@@ -183,7 +183,7 @@ A tune that is refused, or never complete, is judged by the ensemble all the sam
   Tuned.
   
 
-A property that is not kept ends the routing.
+A property that is not kept ends the output routing.
 
   $ air '"faults": [{"command": "SET_PROPERTY", "occurrence": 2, "property_not_kept": true}]'
   $ wire -o 0

@@ -24,13 +24,13 @@ using Seconds = std::chrono::duration<double>;
 struct Line {
   std::string name;
   const char* options;
-  sim::Board_state start{};
+  sim::Chip_state start{};
   bool is_long = false;       // hundreds of transactions
   bool shows_status = false;  // prints STATUS0, clear-to-send included
 };
 
-const sim::Board_state dab{.mode = sim::Mode::dab, .dab = {.tuned_index = 33}};
-const sim::Board_state fm{.mode = sim::Mode::fm};
+const sim::Chip_state dab{.mode = sim::Mode::dab, .dab = {.tuned_index = 33}};
+const sim::Chip_state fm{.mode = sim::Mode::fm};
 const Line lines[] = {
     {"boot-dab", "-b D", {}, true},
     {"boot-fm", "-b F", {}, true},
@@ -84,10 +84,10 @@ constexpr const char* out_of_memory = "out-of-memory";  // at an allocation inst
 
 // Watches the image download: after a chunk that failed for the host, no other chunk may follow. A chunk ends with the
 // first poll that shows clear-to-send, or with the last poll; later reads belong to something else.
-class Download_watch : public sim::Board_log {
+class Download_watch : public trace::Observer {
  public:
   bool went_on = false;
-  void transaction(const sim::Transaction& done) override {
+  void transaction(const trace::Transaction& done) override {
     constexpr unsigned polls = 50;
     if (done.command == "HOST_LOAD") {
       went_on = went_on || failed_;
@@ -158,8 +158,8 @@ class Sweep {
 
  private:
   Ended run_on(sim::Board& board, uint64_t last_allocation) {
-    sim::Board_state start = line_.start;
-    if (start.mode != sim::Mode::reset) start.pins[23] = {.function = 1, .pull = 0, .level = true};
+    sim::Board_state start{.chip = line_.start};
+    if (start.chip.mode != sim::Mode::reset) start.pins[23] = {.function = 1, .pull = 0, .level = true};
     board.restore(start);
     sim::use_board(&board);
     std::filesystem::remove(scan_file);
@@ -172,9 +172,9 @@ class Sweep {
   // Runs the line on `board`. @return what is wrong; empty: nothing
   std::string run(sim::Board& board, const sim::Fault* fault) {
     Download_watch watch;
-    board.add_log(watch);
+    board.add_observer(watch);
     const Ended ended = run_on(board, 0);
-    if (!board.unmet_faults().empty()) return "the fault was never triggered";
+    if (!board.never_triggered().empty()) return "the fault was never triggered";
     if (fault != nullptr && fault->bus == sim::Bus_fault::never_done)
       return board.totals().transactions + 1 == fault->transaction && !ended.hang.empty()
                  ? ""

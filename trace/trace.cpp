@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simulator/board/trace.h"
+#include "trace/trace.h"
 
 #include <algorithm>
 #include <iomanip>
+#include <limits>
 
-namespace sim {
+namespace trace {
 
 namespace {
 
@@ -16,10 +17,12 @@ std::string microseconds(Time time) {
 
 }  // namespace
 
-std::string hex(Bytes bytes) {
+std::string hex(Bytes bytes, size_t most) {
   constexpr char digits[] = "0123456789abcdef";
   constexpr ptrdiff_t longest_written_out = 8;
   std::string text;
+  const bool cut = bytes.size() > most;
+  if (cut) bytes = bytes.first(most);
   for (auto at = bytes.begin(); at != bytes.end();) {
     const auto end = std::find_if(at, bytes.end(), [at](uint8_t byte) { return byte != *at; });
     const std::string byte = {digits[*at >> 4], digits[*at & 15]};
@@ -29,7 +32,7 @@ std::string hex(Bytes bytes) {
     }
     for (; at != end; ++at) text += (text.empty() ? "" : " ") + byte;
   }
-  return text;
+  return cut ? text + (text.empty() ? "..." : " ...") : text;
 }
 
 std::ostream& Trace::line(Time now, std::string_view kind) {
@@ -37,8 +40,11 @@ std::ostream& Trace::line(Time now, std::string_view kind) {
 }
 
 void Trace::transaction(const Transaction& done) {
-  line(done.start, "spi") << done.command << ' ' << done.sent.size() << " > " << hex(done.sent) << " < "
-                          << hex(done.received) << std::endl;
+  constexpr size_t shown_of_image = 12;
+  constexpr size_t all = std::numeric_limits<size_t>::max();
+  const size_t most = most_.value_or(done.command == "HOST_LOAD" ? shown_of_image : all);
+  line(done.start, "spi") << done.command << ' ' << done.sent.size() << " > " << hex(done.sent, most) << " < "
+                          << hex(done.received, most) << std::endl;
 }
 
 void Trace::wait(Time now, Time span) { line(now, "wait") << microseconds(span) << std::endl; }
@@ -46,6 +52,8 @@ void Trace::wait(Time now, Time span) { line(now, "wait") << microseconds(span) 
 void Trace::pin(Time now, unsigned number, std::string_view change) {
   line(now, "pin") << number << ' ' << change << std::endl;
 }
+
+void Trace::chip_event(Time now, const std::string& what) { line(now, "chip") << what << std::endl; }
 
 void Trace::refused(Time now, const std::string& why) { line(now, "refused") << why << std::endl; }
 
@@ -55,13 +63,14 @@ void Trace::fault(Time now, const std::string& what) { line(now, "fault") << wha
 
 void Trace::hang(Time now, const std::string& what) { line(now, "hang") << what << std::endl; }
 
-void Trace::write_totals(Time now, const Totals& totals) {
+void Trace::write_totals(Time now, const Totals& totals, const std::vector<std::string>& never_triggered) {
   line(now, "total") << "transactions " << totals.transactions << std::endl;
   line(now, "total") << "bytes " << totals.bytes << std::endl;
   line(now, "total") << "wire " << microseconds(totals.on_wire) << std::endl;
   line(now, "total") << "wait " << microseconds(totals.waited) << std::endl;
   for (const auto& [command, count] : totals.commands)
     line(now, "total") << "command " << command << ' ' << count << std::endl;
+  for (const std::string& fault : never_triggered) line(now, "total") << "never triggered " << fault << std::endl;
 }
 
-}  // namespace sim
+}  // namespace trace

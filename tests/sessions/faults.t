@@ -1,0 +1,105 @@
+Faults, the variables of the simulated board, and what its trace shows.
+
+  $ . "$TESTDIR/setup.sh"
+  $ run -b D -f 33
+  Boot up successful
+  
+  Tuned.
+  
+
+A file of faults is laid over whatever broadcast is chosen; faults of both apply.
+
+  $ air '"faults": [{"command": "DAB_DIGRAD_STATUS", "status_bits": "40 00 00 00"}]'
+  $ faults '{"command": "0xBC", "reply": "E0 07 03 07 09 05 00"}'
+  $ run -d -t | grep -E 'RSSI:|T9'
+  RSSI:                                       0
+  2016-3-7T9:5:0Z
+  $ air
+  $ (unset KELVO_SIM_BROADCAST; run -t)
+  2016-3-7T9:5:0Z
+
+A fault that was never triggered is a warning, and a line of the trace.
+
+  $ faults '{"command": "DAB_GET_TIME", "occurrence": 2, "cts_never": true}, {"transaction": 900, "bus": "ones"}'
+  $ KELVO_SIM_TRACE=trace run -t
+  2026-3-7T9:5:0Z
+  kelvo-sim: warning: never triggered: DAB_GET_TIME, occurrence 2; transaction 900
+  $ sed -n 's/.* total never/never/p' trace
+  never triggered DAB_GET_TIME, occurrence 2
+  never triggered transaction 900
+
+A fault that cannot be meant is refused: one line with its place, exit status 2.
+
+  $ refused() { kelvo-sim -t 2>&1 | sed "1,7d; s|$PWD/||"; said ${PIPESTATUS[0]}; }
+  $ while read -r fault; do faults "$fault"; refused; done << END
+  > {"bus": "ones"}
+  > {"command": "DAB_GET_TIME", "transaction": 1, "bus": "ones"}
+  > {"command": "DAB_GET_TIM", "bus": "ones"}
+  > {"command": "DAB_GET_TIME"}
+  > {"command": "DAB_GET_TIME", "cts_low_reads": 0, "status_bits": "00 00 00 00"}
+  > {"command": "DAB_GET_TIME", "occurrence": 0, "bus": "ones"}
+  > {"transaction": 1, "occurrence": 1, "bus": "ones"}
+  > {"command": "DAB_GET_TIME", "bus": "flip_bit"}
+  > {"command": "DAB_GET_TIME", "bus": "ones", "bit": 3}
+  > {"command": "GET_PROPERTY", "property_not_kept": true}
+  > {"command": "DAB_GET_TIME", "stc_never": true}
+  > {"transaction": 1, "stc_never": true}
+  > {"transaction": 1, "bus": "on"}
+  > END
+  kelvo-sim: faults.json: /0: a fault needs either a command or a transaction
+  = 2
+  kelvo-sim: faults.json: /0: a fault needs either a command or a transaction
+  = 2
+  kelvo-sim: faults.json: /0: unknown command "DAB_GET_TIM"
+  = 2
+  kelvo-sim: faults.json: /0: the fault has no effect
+  = 2
+  kelvo-sim: faults.json: /0: the fault has no effect
+  = 2
+  kelvo-sim: faults.json: /0/occurrence: 0 is not from 1 to 4294967295
+  = 2
+  kelvo-sim: faults.json: /0: "occurrence" counts commands; it does not go with "transaction"
+  = 2
+  kelvo-sim: faults.json: /0: "bit" and the bus fault "flip_bit" need each other
+  = 2
+  kelvo-sim: faults.json: /0: "bit" and the bus fault "flip_bit" need each other
+  = 2
+  kelvo-sim: faults.json: /0: "property_not_kept" needs the command SET_PROPERTY
+  = 2
+  kelvo-sim: faults.json: /0: "stc_never" needs the command DAB_TUNE_FREQ or FM_SEEK_START
+  = 2
+  kelvo-sim: faults.json: /0: "stc_never" needs the command DAB_TUNE_FREQ or FM_SEEK_START
+  = 2
+  kelvo-sim: faults.json: /0/bus: unknown bus fault "on"
+  = 2
+  $ echo '{"faults": []}' > faults.json; refused
+  kelvo-sim: faults.json: not an array
+  = 2
+  $ KELVO_SIM_FAULTS=none refused
+  kelvo-sim: none: cannot be opened: No such file or directory
+  = 2
+  $ unset KELVO_SIM_FAULTS
+
+A misspelt variable is a warning.
+
+  $ KELVO_SIM_BRAODCAST=x.json run -t
+  kelvo-sim: warning: KELVO_SIM_BRAODCAST is not a variable of the simulated board
+  2026-3-7T9:5:0Z
+
+The trace shows what a person waits for, and of the image download the beginning of each chunk.
+
+  $ trace() { KELVO_SIM_TRACE=trace run "$@" > /dev/null; sed -En 's/^ *[0-9.]+ '"$kind"' //p' trace; }
+  $ kind=chip trace -f 33; kind=chip trace -f 2; kind=chip trace -b F -x
+  tune ended at 227360 kHz, ensemble acquired
+  service list version 98 arrived
+  tune ended at 178352 kHz, no ensemble acquired
+  seek ended at 107500 kHz
+  $ kind=spi trace -b D | awk '/HOST_LOAD/ { print $2, $4, $5, $6, $7, "+ 8", $16, $17, $18, $19; exit }'
+  4096 04 00 00 00 + 8 ... < 00*12 ...
+  $ export KELVO_SIM_TRACE_BYTES=2; kind=spi trace -b D | sed -n '/HOST_LOAD/{n;p;q}'
+  RD_REPLY 7 > 00 00 ... < 00 80 ...
+  $ export KELVO_SIM_TRACE_BYTES=all; kind=spi trace -b D | grep HOST_LOAD | tail -n 1 | wc -w
+  1773
+  $ KELVO_SIM_TRACE_BYTES=2x refused
+  kelvo-sim: KELVO_SIM_TRACE_BYTES is neither a number nor "all"
+  = 2

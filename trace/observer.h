@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace trace {
+
+/// Time since the start of the run, and spans of it.
+using Time = std::chrono::nanoseconds;
+
+using Bytes = std::span<const uint8_t>;
+
+/// One chip-select period. The bytes belong to the caller and are valid during the call only.
+struct Transaction {
+  Time start;                ///< chip select went low
+  Time end;                  ///< chip select went high
+  std::string_view command;  ///< as `command_name` gives it; "-" for an empty transaction
+  Bytes sent;                ///< by the host
+  Bytes received;            ///< by the host, as many as it sent
+};
+
+/// Is told what happens on a receiver board, real or simulated. Each call is made after the event; `now` is the
+/// board's time. A real board reports transactions, waits and pins only.
+class Observer {
+ public:
+  Observer() = default;
+  Observer(const Observer&) = default;
+  Observer& operator=(const Observer&) = default;
+  virtual ~Observer() = default;
+
+  virtual void transaction(const Transaction& /*done*/) {}
+  virtual void wait(Time /*now*/, Time /*span*/) {}
+  virtual void pin(Time /*now*/, unsigned /*pin*/, std::string_view /*change*/) {}
+  virtual void chip_event(Time /*now*/, const std::string& /*what*/) {}  ///< something that a user waits for
+  virtual void refused(Time /*now*/, const std::string& /*why*/) {}      ///< the chip refused a command
+  virtual void mistake(Time /*now*/, const std::string& /*what*/) {}     ///< a set-up that a real board punishes
+  virtual void fault(Time /*now*/, const std::string& /*what*/) {}       ///< a fault was triggered
+  virtual void persistent_change(Time /*now*/) {}                        ///< of state that outlives the program
+  virtual void hang(Time /*now*/, const std::string& /*what*/) {}        ///< the host waits for what cannot come
+};
+
+}  // namespace trace

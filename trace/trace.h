@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "trace/observer.h"
+#include "trace/totals.h"
+
+namespace trace {
+
+/// Bytes in hexadecimal, separated by blanks; more than 8 equal ones in a row as "00*4092". Of more than `most` bytes
+/// only these are shown, and "..." for the rest.
+std::string hex(Bytes bytes, size_t most);
+
+/// Writes one line per event: the board's time in microseconds, the kind of event, then its details. Each line is
+/// flushed as it is written.
+class Trace : public Observer {
+ public:
+  /// `out` belongs to the caller. `most` bytes of each transaction are shown, by default all but those of the image
+  /// download, of which the first 12 are shown: the chunk's header and 8 bytes of the image.
+  explicit Trace(std::ostream& out, std::optional<size_t> most = std::nullopt) : out_(out), most_(most) {}
+
+  void transaction(const Transaction& done) override;
+  void wait(Time now, Time span) override;
+  void pin(Time now, unsigned number, std::string_view change) override;
+  void chip_event(Time now, const std::string& what) override;
+  void refused(Time now, const std::string& why) override;
+  void mistake(Time now, const std::string& what) override;
+  void fault(Time now, const std::string& what) override;
+  void hang(Time now, const std::string& what) override;
+
+  /// The sums at the end, and the faults that were never triggered.
+  void write_totals(Time now, const Totals& totals, const std::vector<std::string>& never_triggered);
+
+ private:
+  std::ostream& line(Time now, std::string_view kind);
+
+  std::ostream& out_;
+  std::optional<size_t> most_;
+};
+
+}  // namespace trace
