@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Two pieces of the driver beside libraries that do the same: the split transfer beside the bcm2835 library's one-call
-// transfer, both on registers that are plain memory, and the service list's JSON beside RapidJSON and nlohmann.
+// Compares two parts of the driver with libraries: the split transfer with the bcm2835 library's one-call transfer,
+// both on registers in plain memory, and the service list's JSON with RapidJSON and nlohmann.
 //
-// beside NAME   does that piece once, for callgrind
+// beside NAME   runs that part once, for callgrind
 // beside        measures the time of all of them, for Google Benchmark
 #include <bcm2835.h>
 #include <benchmark/benchmark.h>
@@ -27,7 +27,7 @@ namespace {
 
 // ---- Transfers ------------------------------------------------------------------------------------------------------
 
-// Registers that are always ready: the instructions counted are the transfer's own and those of the library's register
+// The registers are always ready: callgrind counts the transfer's own instructions and those of the library's register
 // access, which both sides use.
 std::array<uint32_t, 8> registers{BCM2835_SPI0_CS_TXD | BCM2835_SPI0_CS_RXD | BCM2835_SPI0_CS_DONE};
 std::array<uint8_t, 4096> block{};
@@ -43,7 +43,7 @@ void one_call_transfer() { bcm2835_spi_transfern(reinterpret_cast<char*>(block.d
 
 // ---- JSON -----------------------------------------------------------------------------------------------------------
 
-constexpr uint8_t services = 145;  // with one component each, as many as a reply of 4096 bytes holds
+constexpr uint8_t services = 145;  // with one component each: the most that fit a reply of 4096 bytes
 
 std::vector<uint8_t> list_entries() {
   std::vector<uint8_t> entries;
@@ -62,7 +62,7 @@ std::vector<uint8_t> entries = list_entries();
 const Si468x_digital_service_list list{
     .version = 3, .num_services = services, .size = static_cast<uint16_t>(entries.size()), .data = entries.data()};
 
-// What the other writers start from: services and components that are decoded already.
+// The input of the other writers: decoded services and components.
 struct Decoded {
   Si468x_service_data service;
   std::vector<Si468x_DAB_component> components;
@@ -243,7 +243,7 @@ constexpr Piece pieces[] = {
     {"nlohmann_json", keep<nlohmann_json>},
 };
 
-// Once to warm up, and once more in sight of callgrind.
+// Once to warm up, then once counted by callgrind.
 void do_counted(void (*work)()) {
   work();
   CALLGRIND_TOGGLE_COLLECT;

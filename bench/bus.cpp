@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What each operation costs on the bus, beside the least that its commands, replies and fixed waits can cost on a chip
-// that is always ready. Writes the table to standard output; exit status 1 when a byte, a transaction or a wait is
-// more.
+// Compares the bus cost of each operation with the minimum: its commands, replies and fixed waits on a chip that is
+// always ready. Writes the table to standard output; exit status 1 if an operation needs a byte, a transaction or a
+// wait more.
 #include <unistd.h>
 
 #include <chrono>
@@ -46,12 +46,12 @@ Cost operator*(unsigned times, const Cost& cost) {
 Cost wait(Time span) { return {.waited = span}; }
 const Cost status_read{.bytes = 7, .transactions = 1};
 
-// A command out, one look for clear-to-send, and the reply.
+// A command, one poll for clear-to-send, the reply.
 Cost command(uint64_t bytes, uint64_t reply = 0) {
   return Cost{bytes, 1} + status_read + (reply == 0 ? Cost{} : Cost{reply, 1});
 }
 
-// An image goes out in blocks of 4092 bytes, each behind 4 bytes and before a status read.
+// An image is sent in chunks of 4092 bytes, each with a header of 4 bytes and followed by a status read.
 Cost download(unsigned size) {
   const unsigned blocks = (size + 4091) / 4092;
   return command(2) + Cost{.bytes = size} + blocks * (Cost{4, 1} + status_read);
@@ -62,7 +62,7 @@ Cost boot(unsigned image) {
          command(2, 5);
 }
 
-// How often a poll that looks at once and then after each `step` has to wait for what takes `time`.
+// Waits of a loop that polls immediately and then after each `step`, for something that takes `time`.
 unsigned waits_for(Time time, Time step) { return static_cast<unsigned>((time + step - Time(1)) / step); }
 
 // The chip's own times, as the simulated chip has them.
@@ -83,10 +83,10 @@ const Cost tune = command(6) + poll(tune_time);
 const Cost tune_without_signal = command(6) + poll(tune_time_without_signal);
 const Cost property = command(6) + command(4, 7);
 
-// The list is asked for its length first.
+// The length of the list is read first.
 Cost service_list(unsigned services) { return command(2, 7) + command(2, 13 + services * 28); }
 
-// Of an ensemble: the polls until the list is there, and one more that finds it unchanged.
+// Of an ensemble: the polls until the list has arrived, and one more that finds it unchanged.
 Cost visit(unsigned services) {
   const Time tuned = waits_for(tune_time, 100ms) * Time(100ms);
   const unsigned waits = waits_for(tune_time + list_time - tuned, 200ms) + 1;
@@ -104,7 +104,7 @@ Cost scan(unsigned ensembles) {
 
 // ---- What it costs --------------------------------------------------------------------------------------------------
 
-// The first `ensembles` frequencies carry one each.
+// The first `ensembles` frequencies have one each.
 sim::Broadcast on_air(unsigned ensembles, unsigned services_each) {
   sim::Service_list list{.version = 1, .after = std::chrono::duration_cast<std::chrono::milliseconds>(list_time)};
   for (unsigned i = 0; i < services_each; ++i) {
@@ -124,10 +124,10 @@ double ms(Time time) { return std::chrono::duration<double, std::milli>(time).co
 
 class Table {
  public:
-  // The operations speak on standard output, where the table is to go.
+  // The operations print to standard output, which is for the table.
   Table() : out_(fdopen(dup(STDOUT_FILENO), "w")) {
     if (out_ == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr) std::abort();
-    std::cin.setstate(std::ios::eofbit);  // a scan's questions stay without answers
+    std::cin.setstate(std::ios::eofbit);  // a scan's questions get no answers
     std::fputs(
         "| Operation | Bytes | Transactions | Wire, ms | Waits, ms | Total, ms | Least, ms | Ratio |\n"
         "|---|--:|--:|--:|--:|--:|--:|--:|\n",

@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint32_t service_id = 3779402283;  // "ServId" of the service list
 constexpr uint32_t component_id = 53925;     // "comp_ID"
-constexpr uint32_t buffer_size = 8192;  // a packet that needs more is refused
+constexpr uint32_t buffer_size = 8192;       // a packet that needs more is refused
 
 // Returns the last result: 0 when the chip has no packet left.
 int16_t print_packets(std::vector<uint8_t>& buffer) {

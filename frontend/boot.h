@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-/// Resets the chip, downloads the ROM patch and the DAB image (`dab` non-zero) or the FM image, boots it, and tells the
-/// user how that went. After a failed download the chip is held in reset and SPI0 stopped.
+/// Resets the chip, downloads the ROM patch and the DAB image (`dab` non-zero) or the FM image, boots it, and prints
+/// the outcome. After a failed download the chip is held in reset and SPI0 stopped.
 /// @return 1 when the chip was booted, else 0.
 int16_t power_up_and_load_fw(uint8_t dab);

@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
   print_new_start_banner();
   try {
     return run(options);
-  } catch (const std::bad_alloc&) {  // from a report's or a scan's text; the chip stays as it is
+  } catch (const std::bad_alloc&) {  // from a report's or a scan's text; the chip keeps its state
     std::fputs("kelvo: out of memory\n", stderr);
     return 0;
   }

@@ -47,8 +47,8 @@ constexpr argp_option options[] = {
     {},
 };
 
-// Leading blanks, a sign, digits up to the first other character; without digits 0. 64 bits wide on every processor,
-// so that a 32-bit service id and the low bits of any number come out the same where long has 32 bits.
+// Leading blanks, a sign, digits up to the first other character; 0 without digits. Read as 64 bits, because `long` has
+// 32 on some processors: service ids and the low bits of any number are then the same everywhere.
 int32_t number(const char* text) { return static_cast<int32_t>(std::strtoll(text, nullptr, 10)); }
 
 error_t parse_opt(int key, char* arg, argp_state* state) {

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/// What the command line asks for. Flags are 0 or 1.
+/// The options of the command line. Flags are 0 or 1.
 struct arguments {
   int32_t level = 30;  ///< volume level to set
   int32_t set_level = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The reports on standard output. Each reads a fresh, zeroed record from the chip and prints it; what cannot be read
-// prints as zeros. Each returns 0 where not said otherwise.
+// The reports on standard output. Each reads a new record from the chip and prints it; fields that cannot be read print
+// as 0. Each returns 0, except where documented.
 #pragma once
 
 #include <cstdint>

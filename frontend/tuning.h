@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-/// Tunes to entry `index` of the chip's DAB frequency list, waits up to about 2.5 s for an ensemble there, and says
-/// whether it came. @return 0 when tuned, else -1.
+/// Tunes to entry `index` of the chip's DAB frequency list, waits up to about 2.5 s for an ensemble, and prints
+/// the outcome. @return 0 when tuned, else -1.
 int16_t tune_freq(uint8_t index);
 
-/// Starts a service component of the tuned ensemble; says so when it cannot. @return 0, or -1.
+/// Starts a service component of the tuned ensemble; prints a message on failure. @return 0, or -1.
 int16_t play_station(uint32_t service, uint32_t component);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr size_t block_size = 4096;  // the largest reply that a service list comes in
+constexpr size_t block_size = 4096;  // the longest reply with a service list
 
 void print_progress(uint32_t frequency_khz, uint8_t rssi) {
   std::printf("Scanning frequency: %" PRIu32 " kHz. Found signal with RSSI: %s\n", frequency_khz,
@@ -28,7 +28,7 @@ int Ensemble_list::rescan() {
   uint8_t count = 0;
   std::array<uint8_t, block_size> list_buffer{};
 
-  // A list that could not be delivered is scanned all the same: tuning goes by index, and the lines say 0 kHz.
+  // Without a list the scan still runs: tuning is by index; the lines show 0 kHz.
   static_cast<void>(Si468x_DAB_get_freq_list(frequencies.data(), &count, frequencies.size()));
   const auto visited = std::min<uint8_t>(count, ensemble_capacity);
   for (uint8_t i = 0; i < visited; ++i) {

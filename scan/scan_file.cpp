@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The location prompts and the file that a scan leaves behind.
+// The location prompts and the scan file.
 #include <cstdio>
 #include <iostream>
 #include <sstream>
@@ -35,7 +35,7 @@ int Ensemble_list::getGeolocation() {
 
 int Ensemble_list::save_to_file() {
   std::stringstream ss;
-  ss.exceptions(std::ios::badbit);  // memory that runs out must not pass for a text that is complete
+  ss.exceptions(std::ios::badbit);  // throw on allocation failure instead of truncating
   ss << "{\"content\": \"FullStationScan\",\n"
      << "\"FrequencyRegion\": \"Europe\",\n"
      << "\"Location\": {\n"
@@ -64,11 +64,11 @@ int Ensemble_list::save_to_file() {
   }
   ss << "]}";
 
-  // The whole text exists before the file is touched, so that a failure on the way cannot cost an older scan.
+  // The text is complete before the file is opened: an earlier failure does not destroy an older scan.
   std::FILE* const file = std::fopen(filename.c_str(), "wb");
   if (file == nullptr) return 0;
   const std::string_view text = ss.view();
-  static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));  // a file that cannot be written is passed over
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));  // result ignored: fails silently
   static_cast<void>(std::fclose(file));
   return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the chip says about itself: live status, part, running image and its revision.
+// Live status, part, running image and its revision.
 #include <array>
 #include <cstdio>
 #include <iterator>
@@ -50,7 +50,7 @@ constexpr Field<Info> build_fields[] = {
     field<&Info::local_modifications>(7, 0, 1, "Local modifications:"),
 };
 
-constexpr Field<Info> svn_fields[] = {  // meaningful only where the image carries version-control information
+constexpr Field<Info> svn_fields[] = {  // meaningful only in an image with version-control information
     field<&Info::build_location>(7, 4,  2, "Build location:"),
     field<&Info::svn_id>        (8, 0, 32, "SVN ID:"),
 };
@@ -64,7 +64,7 @@ const char* image_name(uint8_t image) { return image < std::size(image_names) ? 
 }  // namespace
 
 int16_t Si468x_chip_info::get_status() {
-  std::array<uint8_t, 7> reply{};  // its first byte, 0x00, goes out as RD_REPLY
+  std::array<uint8_t, 7> reply{};  // its first byte, 0x00, is sent as RD_REPLY
   if (Si468x_SPI_RW_data(reply.data(), reply.size()) != 0) return Si468x_failure(-1, 11);
   decode<status_fields>(*this, reply);
   return 0;

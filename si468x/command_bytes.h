@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Multi-byte arguments of a command, little-endian. For the driver's own files.
+// Multi-byte arguments of a command, little-endian. Internal to the driver.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A component's language and label, and the user applications that it carries.
+// A component's language, label and user applications.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -13,7 +13,7 @@ namespace {
 using Info = Si468x_DAB_component_info;
 
 constexpr uint16_t fixed_length = 29;       // of the reply, leading byte included; the user applications follow
-constexpr uint8_t longest_ua_length = 227;  // with which the whole reply fills 256 bytes
+constexpr uint8_t longest_ua_length = 227;  // fills the reply's 256 bytes
 
 // clang-format off
 constexpr Field<Info> head_fields[] = {
@@ -41,7 +41,7 @@ constexpr size_t ua_header = 3;
 
 bool has_pad(uint8_t length) { return length % 2 == 0; }
 
-// The pad byte lies inside the area and is 0.
+// The pad byte is inside the area and is 0.
 bool pad_is_good(const Bytes_view& area, size_t pad) { return area.holds(pad, 1) && area.u8(pad) == 0; }
 
 }  // namespace
@@ -94,7 +94,7 @@ void Si468x_DAB_component_info::print_info() const {
   std::puts("DAB component info ------------------- ");
   print_fields<head_fields>(*this);
   print_label("Label:");
-  std::fwrite(label.data(), 1, label.size(), stdout);  // by length: the chip's bytes, zeros and all
+  std::fwrite(label.data(), 1, label.size(), stdout);  // by length: the bytes may include zeros
   std::putchar('\n');
   print_fields<tail_fields>(*this);
   for (uint8_t i = 0; i < ua_count; ++i) {

@@ -33,7 +33,7 @@ int16_t read_freq_list(uint8_t* reply, uint16_t reply_length) {
   return Si468x_send_cmd(cmd.data(), reply, cmd.size(), reply_length);
 }
 
-// START_DIGITAL_SERVICE and STOP_DIGITAL_SERVICE differ in the opcode alone.
+// START_DIGITAL_SERVICE and STOP_DIGITAL_SERVICE differ only in the opcode.
 int16_t command_service(uint8_t opcode, uint8_t service_type, uint32_t service_id, uint32_t component_id) {
   std::array<uint8_t, 12> cmd{opcode, service_type};  // bytes 2 and 3 are 0
   put_le32(&cmd[4], service_id);
@@ -74,7 +74,7 @@ int16_t Si468x_DAB_get_freq_list(uint32_t* freqs, uint8_t* count, uint8_t capaci
   if (const int16_t r = read_freq_list(head.data(), head.size()); r != 0) return Si468x_failure(r, 19);
   *count = Reply_view(head).u8(4);
 
-  std::array<uint8_t, 4105> reply{};  // room for 1024 frequencies; one byte of count reaches 255
+  std::array<uint8_t, 4105> reply{};  // room for 1024 frequencies; the count is one byte, 255 at most
   const auto reply_length = static_cast<uint16_t>(9 + 4 * *count);
   if (const int16_t r = read_freq_list(reply.data(), reply_length); r != 0) return Si468x_failure(r, 119);
   const Reply_view list({reply.data(), reply_length});
@@ -91,7 +91,7 @@ int16_t Si468x_DAB_tune_freq(uint8_t index) {
 }
 
 int16_t Si468x_DAB_tune_freq_save(uint8_t index, Si468x_DAB_digrad_status& status) {
-  // -1 is kept for a list that is not stable in time, so a failed step never returns it.
+  // -1 means that the list was not stable in time; failed steps return -2 instead.
   if (const int16_t r = Si468x_DAB_tune_freq(index); r != 0) return Si468x_failure(r < -1 ? r : int16_t{-2}, 65);
   if (const int16_t r = status.get_new_status(); r != 0) return Si468x_failure(r < -1 ? r : int16_t{-2}, 165);
   if (status.valid == 0 || status.FIC_quality < usable_fic_quality) return 0;

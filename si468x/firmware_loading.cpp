@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// From reset to a running application: power-up, image download, boot, and the way back.
+// Power-up, image download, boot, power-down.
 #include <bcm2835.h>
 
 #include <algorithm>
@@ -16,9 +16,9 @@ namespace {
 constexpr uint8_t bootloader_runs = 0x80;   // STATUS3 as a whole: power-up state 2 and no error
 constexpr uint8_t application_runs = 0xC0;  // power-up state 3 and no error
 
-constexpr uint32_t chunk_size = 4092;  // with its header the 4096 bytes that the chip takes at a time
+constexpr uint32_t chunk_size = 4092;  // with its header 4096 bytes, the longest command of the chip
 
-// Sends a command whose answer tells the power-up state.
+// Sends a command whose reply contains the power-up state.
 int16_t change_state(uint8_t* cmd, uint16_t cmd_len, uint8_t& status3) {
   std::array<uint8_t, 5> reply{};
   const int16_t r = Si468x_send_cmd(cmd, reply.data(), cmd_len, reply.size());
@@ -26,8 +26,8 @@ int16_t change_state(uint8_t* cmd, uint16_t cmd_len, uint8_t& status3) {
   return r;
 }
 
-// Sends an image of `size` bytes. `fill(staging, n)` supplies the next n bytes; it returns 0, or a failure that it has
-// recorded. The staging buffer is needed because a transfer overwrites what it sends.
+// Sends an image of `size` bytes. `fill(staging, n)` supplies the next n bytes; it returns 0, or a failure after
+// recording its code. The image is copied because a transfer overwrites the bytes sent.
 template <typename Fill>
 int16_t download(size_t size, uint32_t chunk_failed, Fill fill) {
   std::array<uint8_t, chunk_size> staging{};
@@ -113,7 +113,7 @@ int16_t Si468x_load_firmware(const char* path) {
   std::FILE* const file = std::fopen(path, "rb");
   if (file == nullptr) return Si468x_failure(-6, 7);
   const int16_t r = download_file(file);
-  static_cast<void>(std::fclose(file));  // only read from, nothing to lose
+  static_cast<void>(std::fclose(file));  // result ignored: the file was only read
   return r;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// JSON text, exact to the line feed. For the driver's own files.
+// JSON text, byte for byte. Internal to the driver.
 #pragma once
 
 #include <array>
@@ -21,8 +21,8 @@ class Json_key {
   std::string_view text_;
 };
 
-/// The text of one report on its way into a stream, gathered on the stack: each write into a stream costs more than all
-/// the copying. A report has one of these and passes it on to what it consists of.
+/// Writes the text of one report into a stream, through a buffer on the stack: a write into a stream costs more than
+/// the copying. A report creates one and passes it to the functions that write its parts.
 class Json_text {
  public:
   explicit Json_text(std::stringstream& ss) : ss_(ss) {}
@@ -33,7 +33,7 @@ class Json_text {
   /// Appends `"key": value` and `end`.
   void number(Json_key key, uint32_t value, std::string_view end = ",\n");
 
-  /// Ends the report: the stream then has all of its text. @return 0
+  /// Flushes: ends the report. @return 0
   [[nodiscard]] int end();
 
  private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chip's 16-bit settings. A write is proved by reading it back.
+// The chip's 16-bit settings. Each write is verified by reading it back.
 #include <array>
 
 #include "si468x/command_bytes.h"
@@ -9,7 +9,7 @@
 namespace {
 
 int16_t read_property(uint16_t id, uint16_t& value) {
-  std::array<uint8_t, 4> cmd{0x14, 0x01};  // GET_PROPERTY, one of them
+  std::array<uint8_t, 4> cmd{0x14, 0x01};  // GET_PROPERTY, one property
   put_le16(&cmd[2], id);
   std::array<uint8_t, 7> reply{};
   if (const int16_t r = Si468x_send_cmd(cmd.data(), reply.data(), cmd.size(), reply.size()); r != 0) return r;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The commands that ask for a reply of fixed length with one argument byte. For the driver's own files.
+// The commands with one argument byte and a reply of fixed length. Internal to the driver.
 #pragma once
 
 #include <array>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One row per field of a record: where the chip puts it, and what the reports call it. The compiler refuses a row that
-// reaches beyond its reply, a printed row without a label and a JSON row without a key. For the driver's own files.
+// One row per field of a record: its place in the reply, its label and its JSON key. The compiler refuses a row that
+// reaches beyond its reply, a printed row without a label and a JSON row without a key. Internal to the driver.
 #pragma once
 
 #include <algorithm>
@@ -25,12 +25,12 @@ struct Field {
 };
 
 template <typename Record, typename Value>
-Record record_of(Value Record::*);  // for decltype alone
+Record record_of(Value Record::*);  // for decltype only
 
 template <typename Record, typename Value>
 Value value_of(Value Record::*);  // likewise
 
-/// The row of the field that `Member` points to. Records without that report leave label or key out.
+/// The row of the field `Member`. A record without a text report needs no labels, one without JSON no keys.
 template <auto Member>
 consteval auto field(unsigned byte, unsigned low, unsigned width, const char* label = nullptr, Json_key key = {}) {
   using Record = decltype(record_of(Member));
@@ -51,7 +51,7 @@ consteval bool all_rows(const auto& fields, auto holds) {
   return std::all_of(std::begin(fields), std::end(fields), holds);
 }
 
-/// Sets the fields of `record` from a reply of fixed length, with its leading byte.
+/// Sets the fields of `record` from a reply of fixed length, which includes the leading byte.
 template <const auto& fields>
 void decode(auto& record, const auto& reply) {
   using Reply = decltype(std::span{reply});
@@ -71,7 +71,7 @@ void print_fields(const auto& record) {
   for (const auto& f : fields) print_line(f.label, f.load(record));
 }
 
-/// The members, one per line; no comma behind the last.
+/// The members, one per line; no comma after the last.
 template <const auto& fields>
 void json_fields(Json_text& json, const auto& record) {
   static_assert(all_rows(fields, [](const auto& f) { return !f.key.text().empty(); }), "a JSON row has no key");

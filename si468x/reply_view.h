@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One way to read what the chip sent. For the driver's own files.
+// All reads of the chip's replies. Internal to the driver.
 #pragma once
 
 #include <cassert>
@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
-/// Little-endian reads and bit fields over bytes of a known length. Who reads at a position that the chip chose asks
-/// `holds` first.
+/// Little-endian reads and bit fields over bytes of a known length. Call `holds` before reading at an offset taken from
+/// the chip.
 class Bytes_view {
  public:
   explicit Bytes_view(std::span<const uint8_t> bytes) : bytes_(bytes) {}
@@ -21,7 +21,7 @@ class Bytes_view {
   uint32_t u32(size_t k) const { return little_endian(k, 4); }
   bool bit(size_t k, unsigned n) const { return ((u8(k) >> n) & 1) != 0; }
 
-  /// `width` bits from bit `low` of byte `k` up, running on into the bytes behind it; low + width is at most 32.
+  /// `width` bits from bit `low` of byte `k` upwards, continued in the next bytes; low + width is at most 32.
   uint32_t field(size_t k, unsigned low, unsigned width) const {
     const uint32_t bits = little_endian(k, (low + width + 7) / 8) >> low;
     return width < 32 ? bits & ((uint32_t{1} << width) - 1) : bits;
@@ -38,8 +38,8 @@ class Bytes_view {
   std::span<const uint8_t> bytes_;
 };
 
-/// A reply as the chip counts it: byte 0 is STATUS0, data begins at byte 4. (The buffer holds one meaningless byte more
-/// in front, clocked in with the read opcode.)
+/// A reply with the chip's numbering: byte 0 is STATUS0, data begins at byte 4. (The buffer begins with one meaningless
+/// byte, received while the read opcode was sent.)
 class Reply_view : public Bytes_view {
  public:
   explicit Reply_view(std::span<const uint8_t> buffer) : Bytes_view(buffer.subspan(1)) {}

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The aligned lines of a text report. For the driver's own files.
+// The aligned lines of a text report. Internal to the driver.
 #pragma once
 
 #include <cinttypes>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The ensemble's services and their components, decoded from the one block of bytes that the chip sends.
+// The ensemble's services and their components, decoded from the chip's list.
 #include <algorithm>
 #include <array>
 
@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr uint16_t longest_list = 4089;   // SIZE with which the whole reply fills 4096 bytes
-constexpr uint16_t list_header = 6;       // of SIZE: version, number of services, three bytes of no use
-constexpr size_t entries_in_buffer = 13;  // reply byte 12, behind the leading byte
+constexpr uint16_t longest_list = 4089;   // SIZE of a reply that fills 4096 bytes
+constexpr uint16_t list_header = 6;       // counted in SIZE: version, number of services, three unused bytes
+constexpr size_t entries_in_buffer = 13;  // reply byte 12, after the leading byte
 constexpr size_t entry_header = 24;       // of a service, before its components
 constexpr size_t component_length = 4;
 
@@ -20,12 +20,12 @@ int16_t read_list(uint8_t* reply, uint16_t reply_length) {
   return Si468x_send_cmd(cmd.data(), reply, cmd.size(), reply_length);
 }
 
-// Bytes of the entry at `offset`, whose header is known to be there.
+// Bytes of the entry at `offset`. Check that its header is there first.
 size_t entry_length(const Bytes_view& entries, size_t offset) {
   return entry_header + component_length * entries.field(offset + 5, 0, 4);
 }
 
-// Steps from the entry at `offset` to the one behind it; `offset` stays where it is when that cannot be done.
+// Moves `offset` from one entry to the next; leaves it unchanged on failure.
 int16_t next_entry(const Si468x_digital_service_list& list, size_t& offset) {
   const Bytes_view entries({list.data, list.size});
   if (!entries.holds(offset, entry_header)) return Si468x_failure(-4, 127);
@@ -113,7 +113,7 @@ void write_service(Json_text& json, const Si468x_service_data& service, uint16_t
   json.raw("\",\n\"ComponentList\": [\n");
   Si468x_DAB_component component;
   for (uint8_t j = 0; j < service.NumberComponents; ++j) {
-    // As with services: what cannot be decoded is written as the last one that could.
+    // As with services: a component that cannot be decoded repeats the last one that could.
     static_cast<void>(component.get_component(&service, j));
     write_component(json, component, j);
     if (j + 1 < service.NumberComponents) json.raw(",");
@@ -151,7 +151,7 @@ int Si468x_digital_service_list::json_print_data(std::stringstream& ss) const {
   Si468x_service_data service;
   size_t offset = 0;
   for (uint8_t i = 0; i < num_services; ++i) {
-    // A service that cannot be decoded is written as the last one that could, so that the count stays true.
+    // A service that cannot be decoded repeats the last one that could, so that the count stays correct.
     if (i == 0 || next_entry(*this, offset) == 0) static_cast<void>(decode_entry(*this, offset, service));
     write_service(json, service, i);
     if (i + 1 < num_services) json.raw(",");

@@ -13,7 +13,7 @@ namespace {
 
 using Packet = Si468x_digital_service_data;
 
-constexpr uint16_t header_length = 25;  // of the reply, leading byte included; the payload follows
+constexpr uint16_t header_length = 25;  // of the reply, including its leading byte; the payload follows
 constexpr uint64_t pause_us = 10;
 
 // clang-format off
@@ -32,7 +32,7 @@ constexpr Field<Packet> header_fields[] = {
 };
 // clang-format on
 
-// Opens a transaction and clocks in STATUS0; keeps it open when the chip is clear to send.
+// Opens a transaction and reads STATUS0; leaves it open if the chip is clear to send.
 bool open_when_clear_to_send(uint8_t* buf) {
   buf[0] = 0;  // RD_REPLY
   buf[1] = 0;
@@ -43,8 +43,8 @@ bool open_when_clear_to_send(uint8_t* buf) {
   return false;
 }
 
-// Takes the payload where there is one, inside the open transaction. A packet is worth reading only when one is
-// queued, nothing was lost, and it is complete.
+// Reads the payload, if there is one, inside the open transaction. A packet is read only if one is queued, nothing was
+// lost, and it is complete.
 int16_t read_payload(Packet& packet, uint8_t* buf, uint32_t buf_size) {
   if (packet.buffer_count == 0) return 0;
   if (packet.overflow == 1) return Si468x_failure(-2, 134);
@@ -64,7 +64,7 @@ int16_t Si468x_digital_service_data::get_new_data(uint8_t* buf, uint32_t buf_siz
   if (buf_size < header_length) return Si468x_failure(-4, 334);
 
   std::array<uint8_t, 2> cmd{0x84, 0x00};                             // GET_DIGITAL_SERVICE_DATA, the packet itself
-  static_cast<void>(Si468x_send_cmd_simple(cmd.data(), cmd.size()));  // only clear-to-send counts from here
+  static_cast<void>(Si468x_send_cmd_simple(cmd.data(), cmd.size()));  // result ignored: only clear-to-send counts
   bcm2835_delayMicroseconds(pause_us);
   for (int i = 0; i < tries; ++i) {
     if (open_when_clear_to_send(buf)) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The images that a boot sends.
+// The images sent by a boot.
 #include "frontend/boot.h"
 
 #include "firmware/firmware.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-// The image bytes that went out in a row of load frames.
+// The image bytes of a row of load frames.
 Byte_string image_in(const Frames& frames, size_t first, size_t count) {
   Byte_string image;
   for (size_t i = first; i < first + 2 * count; i += 2) {

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Component information and its user applications.
-#include <memory>
-
 #include "tests/support.h"
 
 namespace {
@@ -20,13 +18,12 @@ class Component_info : public Tuned_to_33 {
     board.clear_faults();
     board.fault({.command = "DAB_GET_COMPONENT_INFO", .status = {{0x80, 0, 0, 0xC0}}, .reply = reply});
     info = {};
-    info.ua_data = buffer.data();
+    info.ua_data = buffer.get();
     return info.get_info(0x89ABCDEF, 0x01234567);
   }
-  // The area alone, in memory of just its size, so that a sanitizer sees a step beyond it.
+  // The area alone, in memory of just its size.
   int16_t entry(uint8_t ua_count, const Byte_string& area, uint8_t index) {
-    const auto exact = std::make_unique<uint8_t[]>(area.size());
-    std::copy(area.begin(), area.end(), exact.get());
+    const Fenced exact = fenced(area);
     info = {};
     info.ua_count = ua_count;
     info.ua_length = static_cast<uint8_t>(area.size());
@@ -38,7 +35,7 @@ class Component_info : public Tuned_to_33 {
                                        : Byte_string(application.data, application.data + application.length);
     return result;
   }
-  Byte_string buffer = zeros(256);
+  Fenced buffer = fenced(256);
   Byte_string data;
   Si468x_DAB_component_info info;
   Si468x_user_application_data application;
@@ -50,7 +47,7 @@ TEST_F(Component_info, IsReadTwiceAndPrinted) {
   EXPECT_EQ(get(info_reply(2, 12, two_applications)), 0);
   const Byte_string command{0xBB, 0, 0, 0, 0xEF, 0xCD, 0xAB, 0x89, 0x67, 0x45, 0x23, 0x01};
   EXPECT_EQ(board.sent(), (Frames{command, zeros(7), zeros(29), command, zeros(7), zeros(41)}));
-  EXPECT_EQ(info.ua_data, buffer.data() + 29);
+  EXPECT_EQ(info.ua_data, buffer.get() + 29);
   EXPECT_EQ(output_of([&] { info.print_info(); }), expected("component_info.txt"));
 }
 
@@ -63,15 +60,17 @@ TEST_F(Component_info, ReportEndsWhereTheApplicationsDo) {
   EXPECT_TRUE(cut.ends_with("dd ee \n")) << cut;  // the third cannot be decoded
 }
 
-TEST_F(Component_info, LengthsAndFailures) {
+TEST_F(Component_info, OfFullLengthIsReadAndOneByteMoreRefused) {
   EXPECT_EQ(get(info_reply(1, 227, {})), 0);
   EXPECT_EQ(board.sent().back(), zeros(256));
   EXPECT_EQ(get(info_reply(1, 228, {})), -4);
   EXPECT_EQ(Si468x_ErrorCode, 23830U);
-  EXPECT_EQ(info.ua_data, buffer.data());
+  EXPECT_EQ(info.ua_data, buffer.get());
   EXPECT_EQ(info.global_id, 201);
+}
 
-  board.clear_faults();
+TEST_F(Component_info, EachRefusedReadHasItsCode) {
+  info.ua_data = buffer.get();
   info.global_id = 7;
   EXPECT_EQ(info.get_info(1, 2), -2);  // no such component
   EXPECT_EQ(Si468x_ErrorCode, 30U);
@@ -79,10 +78,10 @@ TEST_F(Component_info, LengthsAndFailures) {
   board.fault({.command = "DAB_GET_COMPONENT_INFO", .occurrence = 2, .status_bits = {0, 0, 0, 1}});
   EXPECT_EQ(info.get_info(17333, 12), -2);
   EXPECT_EQ(Si468x_ErrorCode, 130U);
-  EXPECT_EQ(info.ua_data, buffer.data());
+  EXPECT_EQ(info.ua_data, buffer.get());
 }
 
-TEST_F(Component_info, WithoutABufferNothingIsReadThrough) {
+TEST_F(Component_info, WithoutABufferNoPointerIsFollowed) {
   EXPECT_EQ(info.get_info(3779402283, 53925), -6);
   EXPECT_EQ(Si468x_ErrorCode, 130U);
   EXPECT_EQ(info.ua_count, 2);
@@ -112,7 +111,7 @@ TEST_F(Component_info, UserApplicationsAreFoundOrTheReasonIsGiven) {
       {1, {9, 0, 2, 7, 8}, 0, 331, {}},  // no room for the pad
       {2, {9, 0, 2, 7, 8}, 1, 231, {}},
       {3, {9, 0, 1, 7, 6, 0}, 2, 131, {}},               // second has no length
-      {3, {9, 0, 1, 7, 6, 0, 3, 1}, 2, 1031 + 600, {}},  // second does not fit, met on the way
+      {3, {9, 0, 1, 7, 6, 0, 3, 1}, 2, 1031 + 600, {}},  // second does not fit, on the way to the third
       {2, {9, 0, 1, 7, 6, 0, 3, 1}, 1, 1131 + 600, {}},
       {2, {9, 0, 1, 7}, 1, 131, {}},
       {1, {9, 1, 0, 0}, 0, 0, {}},  // no data, but a pad

@@ -120,10 +120,11 @@ TEST_F(Image_file, EachFailureHasItsCode) {
   write_file(path, "");
   EXPECT_EQ(Si468x_load_firmware(path.c_str()), -6);
   EXPECT_EQ(Si468x_ErrorCode, 107U);
-  EXPECT_EQ(Si468x_load_firmware(testing::TempDir().c_str()), -6);  // a folder opens, has a size and cannot be read
+  EXPECT_EQ(Si468x_load_firmware(testing::TempDir().c_str()),
+            -6);  // a folder can be opened and has a size, but cannot be read
   EXPECT_TRUE(Si468x_ErrorCode == 1007 || Si468x_ErrorCode == 107) << Si468x_ErrorCode;
   std::array<int, 2> ends{};
-  ASSERT_EQ(pipe(ends.data()), 0);  // has no end to look for
+  ASSERT_EQ(pipe(ends.data()), 0);  // has no end to seek to
   EXPECT_EQ(Si468x_load_firmware(("/dev/fd/" + std::to_string(ends[0])).c_str()), -6);
   EXPECT_EQ(Si468x_ErrorCode, 107U);
   for (const int end : ends) close(end);
@@ -134,7 +135,7 @@ TEST_F(Image_file, EachFailureHasItsCode) {
   EXPECT_EQ(Si468x_ErrorCode, 207U);
 }
 
-// Cuts the file short when the first chunk has gone out.
+// Truncates the file after the first chunk was sent.
 class Shrink_after_first_chunk : public trace::Observer {
  public:
   explicit Shrink_after_first_chunk(std::string path) : path_(std::move(path)) {}

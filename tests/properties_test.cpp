@@ -5,8 +5,10 @@
 
 namespace {
 
-TEST_F(Dab_running, EachWayAPropertyFailsHasItsCode) {
-  uint16_t property[2] = {0x0300, 41};
+using Property = Dab_running;
+
+TEST_F(Property, EachFailureOfAWriteHasItsCode) {
+  const uint16_t property[2] = {Si468x_audio_volume, 41};
   const struct {
     sim::Fault fault;
     int16_t result;
@@ -23,14 +25,19 @@ TEST_F(Dab_running, EachWayAPropertyFailsHasItsCode) {
     EXPECT_EQ(Si468x_set_property(property), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.code);
   }
-  board.clear_faults();
+}
+
+TEST_F(Property, RefusedWritesOfTheFrontEnd) {
   board.fault({.command = "SET_PROPERTY", .status_bits = {0x40}});
   EXPECT_EQ(set_properties_output(1), -1);
   EXPECT_EQ(get_rds_status(), -2);
-  output_of([] { EXPECT_EQ(set_volume(41), 0); });
-  board.clear_faults();
-  EXPECT_EQ(Si468x_set_property(property), 0);
-  uint16_t read[2] = {0x0300, 0};
+  EXPECT_EQ(output_of([] { EXPECT_EQ(set_volume(41), 0); }), "Setting volume to 41\n\n");
+}
+
+TEST_F(Property, IsReadAsWrittenAndUnchangedByAFailedRead) {
+  const uint16_t written[2] = {Si468x_audio_volume, 41};
+  EXPECT_EQ(Si468x_set_property(written), 0);
+  uint16_t read[2] = {Si468x_audio_volume, 0};
   EXPECT_EQ(Si468x_get_property(read), 0);
   EXPECT_EQ(read[1], 41);
   uint16_t unknown[2] = {0x7777, 0xABCD};

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The service list: read in two steps, decoded, written as JSON; and lists as no honest chip sends them.
-#include <memory>
+// The service list: read in two steps, decoded, written as JSON; malformed lists.
 #include <sstream>
 
 #include "frontend/reports.h"
@@ -24,7 +23,7 @@ Byte_string service(uint32_t id, uint8_t flags, uint8_t components, const std::s
   return little_endian(id, 4) + Byte_string{flags, components, 0, 0xEE} + label(text);
 }
 
-// A reply from SIZE on, which is `excess` too large.
+// A reply from SIZE on; SIZE is `excess` too large.
 Byte_string list_reply(uint16_t version, uint8_t services, const Byte_string& entries, size_t excess = 0) {
   return little_endian(entries.size() + 6 + excess, 2) + little_endian(version, 2) +
          Byte_string{services, 0xE1, 0xE2, 0xE3} + entries;
@@ -36,11 +35,11 @@ class Service_list : public Tuned_to_33 {
     board.clear_faults();
     board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .reply = bytes});
   }
-  // Reads a list into a buffer of just the bytes that come, so that a sanitizer sees a step beyond them.
+  // Reads a list into a buffer of just the bytes that come.
   int16_t read(const Byte_string& bytes) {
     reply(bytes);
     const size_t size = bytes[0] + 256U * bytes[1];
-    buffer = std::make_unique<uint8_t[]>(size + 7);
+    buffer = fenced(size + 7);
     return list.get_new_list(buffer.get());
   }
   template <typename... Arguments>
@@ -49,7 +48,7 @@ class Service_list : public Tuned_to_33 {
     EXPECT_EQ(record.json_print_data(ss, arguments...), 0);
     return ss.str();
   }
-  std::unique_ptr<uint8_t[]> buffer;
+  Fenced buffer;
   Si468x_digital_service_list list;
 };
 
@@ -84,7 +83,7 @@ TEST_F(Service_list, LengthDecidesWhetherAndHowMuchIsRead) {
 TEST_F(Service_list, SecondReadGoesByTheLengthOfTheFirst) {
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 1, .reply = list_reply(3, 1, station_a)});
   board.fault({.command = "GET_DIGITAL_SERVICE_LIST", .occurrence = 2, .reply = list_reply(4, 9, station_a, 4000)});
-  buffer = std::make_unique<uint8_t[]>(41);
+  buffer = fenced(41);
   EXPECT_EQ(list.get_new_list(buffer.get()), 0);
   EXPECT_EQ(list.size, 28);
   EXPECT_EQ(list.version, 4);
@@ -105,7 +104,7 @@ TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
   const Byte_string components{0x6A, 0x7F, 0x01, 0xFE, 0x6A, 0x80, 0x02, 0x01, 0x34, 0xD2, 0xA9, 0x00};
   Byte_string entry = service(0xFFFF9ABC, 0xFE & ~(1 << 1), 0xD3, "\"\\\xE9\x01 quoted");
   entry[6] = 0xF9;
-  entry[11] = 0;  // in the label, and no end of it
+  entry[11] = 0;  // a zero does not end the label
   ASSERT_EQ(read(list_reply(1, 1, entry + components)), 0);
   Si468x_service_data decoded;
   decoded.ECC = 77;
@@ -128,6 +127,36 @@ TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
   EXPECT_EQ(Si468x_ErrorCode, 28U);
 }
 
+// 4083 bytes of entries: 48 services of 15 components, one of `last` and, with 6 of those, 3 bytes that hold nothing.
+Byte_string full_list(uint8_t last) {
+  Byte_string entries;
+  for (uint32_t id = 1; id <= 48; ++id) entries = entries + service(id, 0, 15, "full") + Byte_string(60, 0x11);
+  return list_reply(1, 50, entries + service(49, 0, last, "last") + Byte_string(23, 0x22) + Byte_string(4, 0x3F));
+}
+
+TEST_F(Service_list, OfFullLengthIsDecodedToItsLastByte) {
+  Si468x_service_data last;
+  Si468x_DAB_component component;
+  ASSERT_EQ(read(full_list(6)), 0);
+  ASSERT_EQ(list.size, 4083);
+  EXPECT_EQ(last.get_service(&list, 48), 0);
+  EXPECT_EQ(last.components_size, 27);
+  EXPECT_EQ(component.get_component(&last, 5), 0);
+  EXPECT_EQ(component.comp_ID, 0x2222U);
+  EXPECT_EQ(component.muA_info_valid, 1);  // its last byte
+  EXPECT_EQ(component.get_component(&last, 6), -6);
+  EXPECT_EQ(last.get_service(&list, 49), -4);
+  EXPECT_EQ(Si468x_ErrorCode, 327U);
+  EXPECT_NE(json(list).find("\"ComponentNo\": 14"), std::string::npos);
+
+  ASSERT_EQ(read(full_list(7)), 0);  // one byte of the last component is missing
+  EXPECT_EQ(last.get_service(&list, 48), -4);
+  EXPECT_EQ(Si468x_ErrorCode, 427U);
+  last.NumberComponents = 7;
+  EXPECT_EQ(component.get_component(&last, 6), -6);
+  EXPECT_EQ(Si468x_ErrorCode, 28U);
+}
+
 TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
   const Byte_string three = service(1, 0, 3, "three") + Byte_string(12, 1);
   const struct {
@@ -142,7 +171,7 @@ TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
       {Byte_string(three.begin(), three.end() - 1), 1, -4, 227},  // components of the first cut off
       {station_a, 1, -4, 327},                                    // ends where the second would begin
       {station_a + Byte_string(23, 0), 1, -4, 327},
-      {station_a + Byte_string(23, 0), 2, -4, 127},  // the same, met on the way
+      {station_a + Byte_string(23, 0), 2, -4, 127},  // the same, on the way to another
       {station_a + Byte_string(three.begin(), three.end() - 1), 2, -4, 227},
       {station_a + Byte_string(three.begin(), three.end() - 1), 1, -4, 427},  // its own components cut off
       {station_a + three, 1, 0, 0},
@@ -160,7 +189,8 @@ TEST_F(Service_list, ServiceThatCannotBeLocatedSaysWhy) {
 }
 
 TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
-  // Three services are claimed: the second's components run past the end, the third is not there; three bytes are left.
+  // The list claims three services: the second's components run past the end, the third is missing; three bytes are
+  // left.
   ASSERT_EQ(read(list_reply(1, 3, station_a + service(0x2222, 0, 15, "cut off") + Byte_string(3, 0xFF))), 0);
   const std::string text = json(list);
   const auto count = [&](const std::string& part) {
@@ -179,7 +209,7 @@ TEST_F(Service_list, JsonKeepsTheCountsWhateverTheChipClaims) {
   const std::string blank = json(list);
   EXPECT_NE(blank.find("\"ServiceNo\": 1,\n\"ServId\": 0,"), std::string::npos);
   EXPECT_NE(blank.find("\"Label\": \"                \",\n\"ComponentList\": [\n]"), std::string::npos);
-  ASSERT_EQ(read(list_reply(1, 1, service(5, 0, 2, "no position"))), 0);  // no position yet, nothing may be read
+  ASSERT_EQ(read(list_reply(1, 1, service(5, 0, 2, "no position"))), 0);  // no position yet: nothing may be read
   EXPECT_NE(json(list).find("\"ComponentNo\": 1,\n\"comp_ID\": 0,"), std::string::npos);
 }
 

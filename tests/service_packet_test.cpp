@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Data packets: header and payload in one transaction.
-#include <memory>
-
 #include "tests/support.h"
 
 namespace {
@@ -17,11 +15,11 @@ class Packet : public Tuned_to_33 {
   int16_t get(const Byte_string& reply, uint32_t size = 4096) {
     start_over();
     board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .reply = reply});
-    buffer = std::make_unique<uint8_t[]>(size);  // of just its size: a sanitizer sees a step beyond it
+    buffer = fenced(size);
     data = {};
     return data.get_new_data(buffer.get(), size);
   }
-  std::unique_ptr<uint8_t[]> buffer;
+  Fenced buffer;
   Si468x_digital_service_data data;
 };
 
@@ -42,7 +40,7 @@ TEST_F(Packet, HeaderDecidesWhetherThereIsAPayload) {
     uint32_t code;
     size_t read;
   } cases[] = {
-      {0x01, 0, 9, 4096, 0, 0, 25},  // nothing queued, whatever else is claimed
+      {0x01, 0, 9, 4096, 0, 0, 25},  // nothing queued, whatever the other fields claim
       {0x03, 0, 9, 4096, 0, 0, 25},         {0x02, 1, 9, 4096, -2, 134, 25},  // overflow before readiness
       {0x00, 1, 9, 4096, -3, 234, 25},      {0x01, 1, 0, 4096, 0, 0, 25},
       {0x01, 1, 1, 26, 0, 0, 26},     // just fits
@@ -73,7 +71,7 @@ TEST_F(Packet, PrintableBytesPrintAsCharacters) {
 
 TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
   board.fault({.command = "GET_DIGITAL_SERVICE_DATA", .cts_never = true});
-  buffer = std::make_unique<uint8_t[]>(25);
+  buffer = fenced(25);
   EXPECT_EQ(data.get_new_data(buffer.get(), 25), -3);
   EXPECT_EQ(Si468x_ErrorCode, 34U);
   Frames frames(11, zeros(2));
@@ -82,7 +80,7 @@ TEST_F(Packet, BusyChipIsTriedTenTimesInTransactionsOfTwoBytes) {
   EXPECT_EQ(board.waits(), Waits(11, 10us));
 
   board.clear_record();
-  EXPECT_EQ(data.get_new_data(buffer.get(), 24), -4);  // not even a header would fit
+  EXPECT_EQ(data.get_new_data(buffer.get(), 24), -4);  // too small for a header
   EXPECT_EQ(Si468x_ErrorCode, 334U);
   EXPECT_EQ(board.sent(), Frames{});
 }

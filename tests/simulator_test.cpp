@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The simulated board: what it is strict about.
+// What the simulated board refuses.
 #include <bcm2835.h>
 
 #include "si468x/spi/split_transfer.h"
@@ -7,25 +7,29 @@
 
 namespace {
 
+using Mistakes = std::vector<std::string>;
+
 class Strict_board : public Tuned_to_33 {
  protected:
-  void TearDown() override {}  // mistakes are what these tests are about
-  void refused(Byte_string command) {
-    const size_t before = board.refusals().size();
+  void TearDown() override {}  // these tests make mistakes
+  // The chip's reason for refusing the one command.
+  std::string refusal(Byte_string command) {
+    board.clear_record();
     const auto length = static_cast<uint16_t>(command.size());
     EXPECT_EQ(Si468x_send_cmd(command.data(), nullptr, length, 0), -2);
-    EXPECT_EQ(board.refusals().size(), before + 1);
+    return board.refusals().size() == 1 ? board.refusals()[0] : testing::PrintToString(board.refusals());
   }
 };
 
 TEST_F(Strict_board, ChipRefusesWhatItsStateForbids) {
-  refused({0x77, 0});                                       // no such command
-  refused({0x07, 0});                                       // of the bootloader
-  refused({0x32, 0x09});                                    // of the FM application
-  refused({0x80});                                          // too short
-  refused({0xB0, 0, 200, 0, 0, 0});                         // no such frequency
-  refused({0x13, 0, 0x00, 0x03, 64, 0});                    // volume out of range
-  refused({0x81, 1, 0, 0, 0xB5, 0x43, 0, 0, 12, 0, 0, 0});  // an audio service as a data service
+  EXPECT_EQ(refusal({0x77, 0}), "unknown: the chip has no such command");
+  EXPECT_EQ(refusal({0x07, 0}), "BOOT: not known in the chip's present state");
+  EXPECT_EQ(refusal({0x32, 0x09}), "FM_RSQ_STATUS: not known in the chip's present state");
+  EXPECT_EQ(refusal({0x80}), "GET_DIGITAL_SERVICE_LIST: wrong length: 1 bytes");
+  EXPECT_EQ(refusal({0xB0, 0, 200, 0, 0, 0}), "DAB_TUNE_FREQ: the frequency list has no index 200");
+  EXPECT_EQ(refusal({0x13, 0, 0x00, 0x03, 64, 0}), "SET_PROPERTY: property 768 does not take the value 64");
+  EXPECT_EQ(refusal({0x81, 1, 0, 0, 0xB5, 0x43, 0, 0, 12, 0, 0, 0}),
+            "START_DIGITAL_SERVICE: service type 1 does not fit the component");
 }
 
 TEST_F(Strict_board, CommandBeforeClearToSendIsDropped) {
@@ -42,23 +46,26 @@ TEST_F(Strict_board, CommandBeforeClearToSendIsDropped) {
 
 TEST_F(Strict_board, SetUpMistakesAreCaughtAndReachNoChip) {
   std::array<uint8_t, 7> status{};
-  const auto mistakes_after = [&](const std::function<void()>& mistake) {
+  const auto mistake_after = [&](const std::function<void()>& set_up) {
     board.clear_record();
     status.fill(0);
-    mistake();
+    set_up();
     static_cast<void>(Si468x_SPI_RW_data(status.data(), 7));
     EXPECT_EQ(status[4], 0x00);
     Si468x_bus_enable();
-    return board.mistakes().size();
+    return board.mistakes();
   };
-  EXPECT_GT(mistakes_after([] { Si468x_bus_disable(); }), 0U);
-  EXPECT_GT(mistakes_after([] { bcm2835_spi_setDataMode(BCM2835_SPI_MODE3); }), 0U);
-  EXPECT_GT(mistakes_after([] { bcm2835_spi_setBitOrder(BCM2835_SPI_BIT_ORDER_LSBFIRST); }), 0U);
-  EXPECT_GT(mistakes_after([] { bcm2835_spi_chipSelect(BCM2835_SPI_CS1); }), 0U);
+  EXPECT_EQ(mistake_after([] { Si468x_bus_disable(); }), Mistakes{"transfer before bcm2835_spi_begin"});
+  EXPECT_EQ(mistake_after([] { bcm2835_spi_setDataMode(BCM2835_SPI_MODE3); }),
+            Mistakes{"transfer in another SPI mode than 0"});
+  EXPECT_EQ(mistake_after([] { bcm2835_spi_setBitOrder(BCM2835_SPI_BIT_ORDER_LSBFIRST); }),
+            Mistakes{"transfer with the least significant bit first"});
+  EXPECT_EQ(mistake_after([] { bcm2835_spi_chipSelect(BCM2835_SPI_CS1); }),
+            Mistakes{"transfer with another chip select than 0"});
   board.clear_record();
   Si468x_SPI_CS_low();
   Si468x_SPI_CS_low();
-  EXPECT_GT(board.mistakes().size(), 0U);
+  EXPECT_EQ(board.mistakes(), Mistakes{"transaction opened inside an open one"});
   Si468x_SPI_CS_high();
 }
 

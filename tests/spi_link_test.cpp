@@ -57,14 +57,14 @@ TEST_F(Link, SplitTransferPutsTheSameOnTheWireAsOneCall) {
 }
 
 TEST_F(Link, OpeningATransactionDiscardsWhatTheFifosHeld) {
-  bcm2835_peri_write(bcm2835_spi0 + BCM2835_SPI0_FIFO / 4, 0xEE);  // left over: written with no transfer active
+  bcm2835_peri_write(bcm2835_spi0 + BCM2835_SPI0_FIFO / 4, 0xEE);  // a leftover, written with no transfer active
   Byte_string read = zeros(7);
   Si468x_SPI_CS_low();
   Si468x_SPI_RW_data_noCS(read.data(), 7);
   Si468x_SPI_CS_high();
   EXPECT_EQ(board.sent(), Frames{zeros(7)});
   EXPECT_EQ(read[4], 0xC0);
-  EXPECT_EQ(board.mistakes().size(), 1U);  // the board saw that it was never sent
+  EXPECT_EQ(board.mistakes().size(), 1U);  // the board noticed that it was never sent
   board.clear_record();
 }
 
@@ -74,6 +74,19 @@ TEST_F(Link, TransfersLongerThanTheFifosComeBackWholeAndInPlace) {
   EXPECT_EQ(Si468x_SPI_RW_data(read.data(), 300), 0);
   EXPECT_EQ(board.received(), Frames{read});
   EXPECT_EQ(Byte_string(read.begin() + 5, read.end()), Byte_string(295, 0xA7));
+}
+
+TEST_F(Link, SplitTransferReadsBytesThatShowLateInTheFifo) {
+  board.fault({.command = "RD_REPLY", .reply = Byte_string(300, 0xA7)});
+  board.set_receive_delay(5);
+  for (const uint16_t length : std::array<uint16_t, 3>{6, 22, 300}) {
+    Byte_string read = zeros(length);
+    Si468x_SPI_CS_low();
+    EXPECT_EQ(Si468x_SPI_RW_data_noCS(read.data(), length), 0);
+    Si468x_SPI_CS_high();
+    EXPECT_EQ(read.back(), 0xA7);
+    EXPECT_EQ(board.received().back(), read);
+  }
 }
 
 TEST_F(Link, SplitTransferWaitsForDone) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 Byte_string bytes(const std::string& hex) {
   Byte_string bytes;
@@ -23,19 +26,28 @@ Waits growing(std::chrono::microseconds first, std::chrono::microseconds step, i
   return waits;
 }
 
+void Unmap::operator()(uint8_t* /*memory*/) const { munmap(pages, size); }
+
+Fenced fenced(size_t size) {
+  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  const size_t open = (size + page - 1) / page * page;
+  void* const pages = mmap(nullptr, open + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (pages == MAP_FAILED) throw std::bad_alloc();
+  auto* const first = static_cast<uint8_t*>(pages);
+  mprotect(first + open, page, PROT_NONE);
+  return {first + open - size, Unmap{first, open + page}};
+}
+
+Fenced fenced(const Byte_string& bytes) {
+  Fenced memory = fenced(bytes.size());
+  std::copy(bytes.begin(), bytes.end(), memory.get());
+  return memory;
+}
+
 std::string output_of(const std::function<void()>& print) {
   testing::internal::CaptureStdout();
   print();
   return testing::internal::GetCapturedStdout();
-}
-
-std::vector<size_t> lines_not_zero(const std::string& report) {
-  std::vector<size_t> found;
-  std::istringstream lines(report);
-  size_t number = 0;
-  for (std::string line; std::getline(lines, line); ++number)
-    if (line.size() > 44 && line.substr(44) != "0") found.push_back(number);
-  return found;
 }
 
 Board_test::Board_test(const sim::Chip_state& state) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the tests share: boards in the states that tests start from, what went over the wire, and runs of the program.
+// Shared by the tests: boards in the states from which tests start, byte strings, expected texts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,7 @@ using sim::Frames;
 using sim::Waits;
 using namespace std::chrono_literals;
 
-/// So many zero bytes: a read as the host sends it.
+/// `count` zero bytes: a read as the host sends it.
 inline Byte_string zeros(size_t count) { return Byte_string(count, 0); }
 
 /// Bytes written as in "0A 1B".
@@ -28,14 +29,23 @@ Byte_string operator+(Byte_string a, const Byte_string& b);
 /// The pauses of a wait: first, first + step, ...
 Waits growing(std::chrono::microseconds first, std::chrono::microseconds step, int count);
 
+/// Gives back pages of memory.
+struct Unmap {
+  uint8_t* pages = nullptr;
+  size_t size = 0;
+  void operator()(uint8_t* memory) const;
+};
+using Fenced = std::unique_ptr<uint8_t[], Unmap>;
+
+/// `size` bytes of 0 with inaccessible memory behind them: an access beyond them ends the test, with no sanitizer too.
+Fenced fenced(size_t size);
+Fenced fenced(const Byte_string& bytes);
+
 /// What `print` writes to standard output.
 std::string output_of(const std::function<void()>& print);
 
-/// Which lines of an aligned report show a value that is not 0, counted from the title, 0.
-std::vector<size_t> lines_not_zero(const std::string& report);
-
-/// A board with the default broadcast, always ready, whose SPI link is up and whose record is empty. Ends with a look
-/// at what no test may leave behind: a set-up mistake, a fault that was never triggered, an open transaction.
+/// A board with the default broadcast, always ready, with its SPI link up and an empty record. At the end of each test
+/// it checks that there was no set-up mistake, no fault that was never triggered, no open transaction.
 class Board_test : public testing::Test {
  protected:
   explicit Board_test(const sim::Chip_state& state = {});
@@ -62,7 +72,7 @@ class Fm_running : public Board_test {
   Fm_running() : Board_test({.mode = sim::Mode::fm}) {}
 };
 
-/// A report that stands in a file of tests/expected.
+/// The text of a file in tests/expected.
 std::string expected(const std::string& name);
 std::string read_file(const std::string& path);
 void write_file(const std::string& path, const std::string& text);

@@ -31,14 +31,15 @@ TEST_F(Tuning, FrequencyListIsReadAsLongAsTheChipSaysAndKeptAsFarAsThereIsRoom) 
     board.air().frequencies.assign(c.listed, 0);
     for (size_t i = 0; i < c.listed; ++i) board.air().frequencies[i] = 0x01020304 + static_cast<uint32_t>(i);
     board.clear_record();
-    std::vector<uint32_t> frequencies(size_t{c.capacity} + 1, 7);
+    const Fenced memory = fenced(Byte_string(4 * size_t{c.capacity}, 0x77));
+    auto* const frequencies = reinterpret_cast<uint32_t*>(memory.get());
     uint8_t count = 99;
-    EXPECT_EQ(Si468x_DAB_get_freq_list(frequencies.data(), &count, c.capacity), 0);
+    EXPECT_EQ(Si468x_DAB_get_freq_list(frequencies, &count, c.capacity), 0);
     EXPECT_EQ(count, c.listed);
     EXPECT_EQ(board.sent(), (Frames{{0xB9, 0}, zeros(7), zeros(6), {0xB9, 0}, zeros(7), zeros(9 + 4 * c.listed)}));
     const size_t kept = std::min<size_t>(c.listed, c.capacity);
     for (size_t i = 0; i < kept; ++i) EXPECT_EQ(frequencies[i], 0x01020304 + i);
-    for (size_t i = kept; i < frequencies.size(); ++i) EXPECT_EQ(frequencies[i], 7U);
+    for (size_t i = kept; i < c.capacity; ++i) EXPECT_EQ(frequencies[i], 0x77777777U);
   }
 }
 
@@ -56,21 +57,36 @@ TEST_F(Tuning, FrequencyListFailures) {
   EXPECT_EQ(count, 0);
 }
 
-TEST_F(Tuning, TuneThatNeverCompletesGivesTheLastLook) {
-  board.fault({.command = "DAB_TUNE_FREQ", .stc_never = true});
-  EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
-  EXPECT_EQ(Si468x_ErrorCode, 121U);
-  EXPECT_EQ(board.waits(), Waits(100, 100ms));
-  EXPECT_EQ(board.sent().size(), 102U);
+// A tune or a seek that never completes returns what its last poll returned.
+class Endless : public Tuning {
+ protected:
+  void expect_result_of_last_poll(const char* command, uint32_t code, const std::function<int16_t()>& operation) {
+    const struct {
+      std::array<uint8_t, 4> status_bits;
+      int16_t result;
+    } cases[] = {{{0x10}, 0}, {{0, 0, 0, 0x02}, -1}, {{0x40}, -2}};
+    for (const auto& c : cases) {
+      start_over();
+      board.fault({.command = command, .stc_never = true});
+      board.fault({.command = "RD_REPLY", .occurrence = 101, .status_bits = c.status_bits});
+      EXPECT_EQ(operation(), c.result) << command;
+      EXPECT_EQ(Si468x_ErrorCode, code);
+      EXPECT_EQ(board.waits(), Waits(100, 100ms));
+      EXPECT_EQ(board.sent().size(), 102U);
+    }
+  }
+};
 
-  board.clear_faults();
-  board.fault({.command = "RD_REPLY", .occurrence = 101, .status_bits = {0, 0, 0, 0x02}});
-  board.fault({.command = "DAB_TUNE_FREQ", .stc_never = true});
-  EXPECT_EQ(Si468x_DAB_tune_freq(33), -1);
-  EXPECT_EQ(Si468x_ErrorCode, 121U);
+TEST_F(Endless, TuneReturnsTheResultOfItsLastPoll) {
+  expect_result_of_last_poll("DAB_TUNE_FREQ", 121, [] { return Si468x_DAB_tune_freq(33); });
 }
 
-TEST_F(Tuning, ErrorSeenOnTheWayLeavesItsCodeAndTheWaitGoesOn) {
+TEST_F(Endless, SeekReturnsTheResultOfItsLastPoll) {
+  board.restore({.chip = {.mode = sim::Mode::fm}, .pins = board.state().pins});
+  expect_result_of_last_poll("FM_SEEK_START", 160, [] { return Si468x_tune_next_station(); });
+}
+
+TEST_F(Tuning, PollThatFailsRecordsItsCodeAndDoesNotEndTheWait) {
   board.fault({.command = "RD_REPLY", .occurrence = 2, .status_bits = {0x41}});  // complete, but with an error
   EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
   EXPECT_EQ(Si468x_ErrorCode, 114U);

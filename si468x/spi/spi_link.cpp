@@ -18,7 +18,7 @@ constexpr const char* spi_device = "/dev/spidev0.0";
 bool spi_enabled_in_system() {
   std::FILE* const device = std::fopen(spi_device, "r");
   if (device == nullptr) return false;
-  static_cast<void>(std::fclose(device));  // only read from, nothing to lose
+  static_cast<void>(std::fclose(device));  // result ignored: the file was only read
   return true;
 }
 

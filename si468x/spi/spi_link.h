@@ -27,7 +27,7 @@ void Si468x_SPI_RSTB_low();
 /// Releases the chip from reset.
 void Si468x_SPI_RSTB_high();
 
-/// Opens a transaction that several Si468x_SPI_RW_data_noCS calls fill. No other transfer may run until it is closed.
+/// Opens a transaction for several Si468x_SPI_RW_data_noCS calls. No other transfer may run until it is closed.
 void Si468x_SPI_CS_low();
 
 /// Closes the transaction that Si468x_SPI_CS_low opened.

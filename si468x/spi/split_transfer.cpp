@@ -5,7 +5,7 @@
 
 namespace {
 
-// The library knows where the peripherals are mapped only after bcm2835_init, so the registers are looked up per call.
+// The library sets the addresses in bcm2835_init, so they are read on every call.
 volatile uint32_t* cs_register() { return bcm2835_spi0 + BCM2835_SPI0_CS / 4; }
 volatile uint32_t* fifo_register() { return bcm2835_spi0 + BCM2835_SPI0_FIFO / 4; }
 

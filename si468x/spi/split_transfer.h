@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Four operations beside the bcm2835 library's own: one SPI0 transaction sent and read in several pieces.
+// Four operations in addition to the bcm2835 library's: one SPI0 transaction in several pieces.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ void bcm2835_spi_lowerCS();
 void bcm2835_spi_higherCS();
 
 /// Clocks `len` bytes of `tbuf` out and `len` bytes into `rbuf` inside an open transaction; chip select stays active.
-/// The buffers belong to the caller, hold `len` bytes each and may be the same. Waits without limit for DONE.
+/// The buffers belong to the caller, hold `len` bytes each and may be the same. Waits for DONE without a time-out.
 void bcm2835_spi_transfernb_noCS(uint8_t* tbuf, uint8_t* rbuf, uint32_t len);
 
 /// The same in place: each byte of `buf` is replaced by the byte received while it was sent.

@@ -69,6 +69,7 @@ class Board {
   void clear_faults() { faults_.clear(); }
   std::vector<std::string> never_triggered() const { return faults_.never_triggered(); }  ///< faults, described
   void set_realtime(bool on) { clock_.set_realtime(on); }
+  void set_receive_delay(unsigned reads) { controller_.set_receive_delay(reads); }
 
   // The host's side, for the bcm2835 functions -----------------------------------------------------------------------
 

@@ -30,7 +30,9 @@ uint32_t Spi_controller::read(uint32_t offset) {
   if (++idle_reads_ > longest_idle) hang();
   switch (offset) {
     case BCM2835_SPI0_CS:
-      return control_ | status_;
+      if (hidden_reads_ == 0) return control_ | status_;
+      --hidden_reads_;
+      return control_ | (status_ & ~uint32_t{BCM2835_SPI0_CS_RXD});
     case BCM2835_SPI0_FIFO: {
       if (receive_.empty()) {
         observer_.mistake(clock_.now(), "receive FIFO read while it is empty");
@@ -93,6 +95,7 @@ void Spi_controller::update() {
     while (!transmit_.empty() && !receive_.full()) {
       receive_.push(wire_.exchange(transmit_.pop()));
       idle_reads_ = 0;
+      hidden_reads_ = receive_delay_;
     }
   }
   status_ = 0;

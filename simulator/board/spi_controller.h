@@ -50,6 +50,8 @@ class Spi_controller {
   bool transfer_active() const;
   /// Time has passed: whoever reads in a loop with waits does not hang.
   void time_passed() { idle_reads_ = 0; }
+  /// A byte received shows in the flags (RXD) only after CS was read so many times; 0 at power-on.
+  void set_receive_delay(unsigned reads) { receive_delay_ = reads; }
   /// As after power-on of the board.
   void reset();
 
@@ -68,6 +70,8 @@ class Spi_controller {
   Fifo transmit_;
   Fifo receive_;
   unsigned idle_reads_ = 0;
+  unsigned receive_delay_ = 0;
+  unsigned hidden_reads_ = 0;  // of CS, until the latest byte shows
 };
 
 }  // namespace sim

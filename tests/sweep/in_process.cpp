@@ -18,8 +18,8 @@ int kelvo_main(int argc, char** argv);  // the program's main, which the build r
 
 namespace {
 
-// Where the program calls exit, a jump leads back here. It skips no destructor: between kelvo_main and that call no
-// function holds an object that has one.
+// A call of exit in the program jumps back here. No destructor is skipped: between kelvo_main and that call no function
+// has an object with one.
 std::jmp_buf after_run;
 bool running = false;
 int exit_status = 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The fault sweep: runs every command line once for each of its bus transactions and each fault, and judges what comes
-// out.
+// The fault sweep: runs every command line once for each of its bus transactions and each fault, and judges the
+// outcome.
 //
-//   kelvo-sweep boot|running STRIDE SEED       every STRIDE-th run of the lines that boot the chip, or find it running
+//   kelvo-sweep long|short STRIDE SEED         every STRIDE-th run of the lines with hundreds of transactions, or few
 //   kelvo-sweep repeat SEED LINE FAULT NUMBER  one run, with its output
 #include <algorithm>
 #include <chrono>
@@ -25,19 +25,21 @@ struct Line {
   std::string name;
   const char* options;
   sim::Chip_state start{};
+  bool is_long = false;       // hundreds of transactions
+  bool shows_status = false;  // prints STATUS0, clear-to-send included
 };
 
 const sim::Chip_state dab{.mode = sim::Mode::dab, .dab = {.tuned_index = 33}};
 const sim::Chip_state fm{.mode = sim::Mode::fm};
 const Line lines[] = {
-    {"boot-dab", "-b D"},
-    {"boot-fm", "-b F"},
-    {"receive", "-b D -f 33 -e 17333 -c 12 -p -l 50 -g"},
+    {"boot-dab", "-b D", {}, true},
+    {"boot-fm", "-b F", {}, true},
+    {"receive", "-b D -f 33 -e 17333 -c 12 -p -l 50 -g", {}, true},
     {"tune", "-f 33", {.mode = sim::Mode::dab}},
     {"play", "-p -e 17333 -c 12", dab},
     {"volume", "-l 50", dab},
     {"output", "-o 1", dab},
-    {"chip", "-i", dab},
+    {"chip", "-i", dab, false, true},
     {"status", "-d", dab},
     {"status-json", "-d -j", dab},
     {"list", "-g", dab},
@@ -45,8 +47,8 @@ const Line lines[] = {
     {"time", "-t", dab},
     {"time-json", "-t -j", dab},
     {"seek", "-x", fm},
-    {"rds", "-r", fm},
-    {"scan", "-u", dab},
+    {"rds", "-r", fm, false, true},
+    {"scan", "-u", dab, true},
     {"shutdown", "-k", dab},
 };
 
@@ -74,13 +76,14 @@ const Kind kinds[] = {
     {"reset", {.bus = sim::Bus_fault::reset_chip}},
     {"counts-zero", {.reply = Byte_string{}}},
     {"counts-highest", {.reply = Byte_string(4096, 0xFF)}},
-    {"longest-list", {.reply = Byte_string{0xF9, 0x0F} + Byte_string(4094, 0xFF)}},  // the longest that is taken
+    {"longest-list",
+     {.reply = Byte_string{0xF9, 0x0F} + Byte_string(4094, 0xFF)}},  // the longest that the driver accepts
     {"never-done", {.bus = sim::Bus_fault::never_done}},
 };
 constexpr const char* out_of_memory = "out-of-memory";  // at an allocation instead of a transaction
 
-// Watches the image download: when a chunk has failed in the eyes of the host, no further one may follow. A chunk is
-// over when a poll shows clear-to-send, or with the last poll; reads behind that belong to something else.
+// Watches the image download: after a chunk that failed for the host, no other chunk may follow. A chunk ends with the
+// first poll that shows clear-to-send, or with the last poll; later reads belong to something else.
 class Download_watch : public trace::Observer {
  public:
   bool went_on = false;
@@ -115,13 +118,14 @@ class Sweep {
     for (const auto& [command, count] : board.totals().commands)
       if (command != "RD_REPLY") commands_ += count;
     healthy_span_ = board.now();
+    healthy_output_ = output_;
   }
 
   size_t transactions() const { return lengths_.size(); }
   const std::string& output() const { return output_; }
   int failures() const { return failures_; }
 
-  // One run whose memory ends after `number` allocations. @return false: it did not need more
+  // One run in which every allocation after the first `number` fails. @return false: it did not need more
   bool try_memory(size_t number) {
     sim::Board board(air_);
     board.set_recording(false);
@@ -133,13 +137,13 @@ class Sweep {
     if (ran_out && output_.ends_with(message))
       output_.resize(output_.size() - message.size());
     else if (ran_out)
-      why = "said nothing";
+      why = "printed no message";
     if (why.empty()) why = wrong_in_texts();
     if (!why.empty()) report(out_of_memory, number, why);
     return ran_out;
   }
 
-  // One run with one fault at transaction `number`, from 1.
+  // One run with one fault at transaction `number`, counted from 1.
   void try_fault(const Kind& kind, size_t number) {
     sim::Fault fault = kind.fault;
     fault.transaction = number;
@@ -165,7 +169,7 @@ class Sweep {
     return ended;
   }
 
-  // Runs the line on `board`. @return what is wrong with it
+  // Runs the line on `board`. @return what is wrong; empty: nothing
   std::string run(sim::Board& board, const sim::Fault* fault) {
     Download_watch watch;
     board.add_observer(watch);
@@ -182,6 +186,8 @@ class Sweep {
     if (watch.went_on) return "the download went on after a failed chunk";
     if (fault != nullptr && board.now() > longest_span()) return "took " + std::to_string(board.now() / 1s) + " s";
     if (output_.ends_with("Thank you\n") && !std::filesystem::exists(scan_file)) return "no scan file";
+    if (fault != nullptr && fault->cts_low_reads != 0 && !line_.shows_status && output_ != healthy_output_)
+      return "other texts than without the fault";
     return wrong_in_texts();
   }
 
@@ -190,14 +196,14 @@ class Sweep {
     return std::filesystem::exists(scan_file) ? wrong_in_scan_file(read_file(scan_file)) : "";
   }
 
-  // After a failed download the link is down, and the look at the chip that ends the run reads nothing.
+  // After a failed download the link is down; the final check of the chip's state reads nothing.
   std::vector<std::string> allowed_mistakes() const {
     if (output_.find("not transmitted successfully") == std::string::npos) return {};
     return {"transfer before bcm2835_spi_begin"};
   }
 
-  // One wait for what never comes (10 s for a tune or a list, 2 s in reset), and for each command, the ten looks for an
-  // ensemble included, a clear-to-send that never comes (1.23 s).
+  // One full wait (10 s for a tune or a list, 2 s in reset), and for each command, including the ten polls for an
+  // ensemble, a clear-to-send that never comes (1.23 s).
   sim::Time longest_span() const { return healthy_span_ + 12s + (commands_ + 10) * 1250ms; }
 
   void report(const std::string& kind, size_t number, const std::string& why) {
@@ -212,12 +218,13 @@ class Sweep {
   std::vector<size_t> lengths_;
   uint64_t commands_ = 0;
   sim::Time healthy_span_{};
+  std::string healthy_output_;
   std::string output_;
   int failures_ = 0;
 };
 
-// The runs of a line are numbered through its transactions, fault by fault; with a stride that shares no factor with
-// the number of faults, every fault still meets all parts of the line.
+// The runs of a line are numbered by transaction, then by fault; a stride that has no common factor with the number of
+// faults still spreads every fault over the whole line.
 int sweep_line(const Line& line, size_t stride, unsigned seed) {
   const auto start = std::chrono::steady_clock::now();
   Sweep sweep(line, seed);
@@ -256,11 +263,11 @@ int repeat(const std::vector<std::string>& words) {
   return sweep.failures();
 }
 
-int sweep_lines(bool boot, size_t stride, unsigned seed) {
+int sweep_lines(bool long_lines, size_t stride, unsigned seed) {
   std::fprintf(stderr, "stride %zu, seed %u\n", stride, seed);
   int failures = 0;
   for (const Line& line : lines)
-    if (boot == (line.start.mode == sim::Mode::reset)) failures += sweep_line(line, stride, seed);
+    if (line.is_long == long_lines) failures += sweep_line(line, stride, seed);
   return failures;
 }
 
@@ -268,16 +275,16 @@ int sweep_lines(bool boot, size_t stride, unsigned seed) {
 
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
-  const bool all = words.size() == 3 && (words[0] == "boot" || words[0] == "running") && number(words[1]) != 0;
+  const bool all = words.size() == 3 && (words[0] == "long" || words[0] == "short") && number(words[1]) != 0;
   if (!all && (words.size() != 5 || words[0] != "repeat")) {
-    std::fputs("usage: kelvo-sweep boot|running STRIDE SEED | kelvo-sweep repeat SEED LINE FAULT NUMBER\n", stderr);
+    std::fputs("usage: kelvo-sweep long|short STRIDE SEED | kelvo-sweep repeat SEED LINE FAULT NUMBER\n", stderr);
     return 2;
   }
   std::string folder = std::filesystem::temp_directory_path() / "kelvo-sweep-XXXXXX";
   if (mkdtemp(folder.data()) == nullptr) return 1;
   std::filesystem::current_path(folder);
   take_standard_streams(answers);
-  const int failures = all ? sweep_lines(words[0] == "boot", number(words[1]), number(words[2])) : repeat(words);
+  const int failures = all ? sweep_lines(words[0] == "long", number(words[1]), number(words[2])) : repeat(words);
   std::filesystem::remove_all(folder);
   return failures == 0 ? 0 : 1;
 }

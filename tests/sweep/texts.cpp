@@ -10,7 +10,7 @@
 
 namespace {
 
-// A line without what differs from run to run: numbers, bars of the scan, rows of bytes.
+// A line without the parts that differ from run to run: numbers, bars of the scan, rows of bytes.
 std::string shape(const std::string& line) {
   if (line.size() >= 3 && line.size() % 3 == 0 && line.find_first_not_of("0123456789abcdef ") == std::string::npos)
     return "bytes";
@@ -37,18 +37,19 @@ void learn(std::set<std::string>& known, const std::string& text) {
   for (std::string line; std::getline(all, line);) known.insert(shape(line));
 }
 
-// What a session shows is indented, and so are its commands.
+// In a session, output and commands are indented.
 void learn_session(std::set<std::string>& known, const std::string& text) {
   std::istringstream all(text);
   for (std::string line; std::getline(all, line);)
     if (line.starts_with("  ") && line[2] != '$' && line[2] != '>') learn(known, line.substr(2));
 }
 
-// Every line that the program has, as the other tests show them (and some of the trace, which does no harm).
+// Every line that the program can print, taken from the other tests (which include some harmless lines of the trace).
 std::set<std::string> known_lines() {
   std::set<std::string> known{"bytes"};
   const std::filesystem::path tests = SOURCE_DIR "/tests";
-  for (const auto& file : std::filesystem::directory_iterator(tests / "expected")) learn(known, read_file(file.path()));
+  for (const auto& file : std::filesystem::directory_iterator(tests / "expected"))
+    if (file.is_regular_file()) learn(known, read_file(file.path()));
   for (const char* const session : {"boot.t", "options.t", "receive.t", "reports.t"})
     learn_session(known, read_file(tests / "sessions" / session));
   return known;

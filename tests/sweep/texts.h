@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Judges what a run with a fault has written: numbers may have any value, but lines must be known and JSON well formed.
+// Checks the output of a run with a fault: numbers may have any value, but lines must be known and JSON well formed.
 #pragma once
 
 #include <string>
 
-/// @return what is wrong with the standard output of a run: a line that the program does not have, JSON that is none;
-/// empty: nothing.
+/// @return what is wrong with the standard output of a run: an unknown line or malformed JSON; empty: nothing.
 std::string wrong_in_output(const std::string& output);
 
 /// Likewise for a scan file.
