@@ -67,7 +67,8 @@ More than there may be of something is refused before it is read.
 The reader of service lists takes 4089 bytes: 60 services with 11 components each, but not one component more; ids may be hexadecimal.
 
   $ components() { for c in $(seq "$1"); do echo "{\"tmid\":0,\"subchannel\":$c}"; done | paste -sd,; }
-  $ full() { for id in $(seq 59); do service $id "$(components 11)"; done; service '"0x43B5"' "$(components "$1")"; }
+  $ eleven=$(components 11)
+  $ full() { for id in $(seq 59); do service $id "$eleven"; done; service '"0x43B5"' "$(components "$1")"; }
   $ lists "$(full 12 | paste -sd,)" | refused
   /ensembles/0/lists/0: a list of 4090 bytes is larger than 4089
   $ lists "$(full 11 | paste -sd,)" > air.json; run -b D -f 33 -g -p -e 17333 -c 11 | grep -c ServId
@@ -83,15 +84,22 @@ A number beyond every range, which fuzzing found.
   kelvo-sim: air.json: a number is too large
   = 2
 
-The file that docs/simulator.md shows can be used.
+The files that docs/simulator.md shows can be used.
 
-  $ sed -n '/^```json/,/^```/p' "$TESTDIR/../../docs/simulator.md" | sed '/^```/d' > air.json
+  $ json() { sed -n '/^```json/,/^```/p' "$TESTDIR/../../docs/simulator.md" | awk '/^```json/ { n++ } !/^```/ && n == '"$1"; }
+  $ json 1 > air.json
   $ run -b D -f 33 -t
   Boot up successful
   
   Tuned.
   
   2016-3-7T9:5:0Z
+
+Its labels of other than ASCII characters are the same name, in both character sets.
+
+  $ json 2 > air.json; run -b D -f 33 -g | LC_ALL=C sed -n 's/\x99/\xc3\xbc/; s/\x8d/\xc3\x9f/; s/ *",$//; /Label/p'
+  "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
+  "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
 
 Where the state file is kept.
 
