@@ -17,11 +17,11 @@
 
 template <typename Record>
 struct Field {
-  unsigned byte, low, width;  ///< in the chip's reply: first byte, its lowest bit, bits
-  const char* label;          ///< in the text report
-  Json_key key;               ///< in JSON
-  void (*store)(Record&, uint32_t);
-  uint32_t (*load)(const Record&);
+  unsigned byte = 0, low = 0, width = 0;  ///< in the chip's reply: first byte, its lowest bit, bits
+  const char* label = nullptr;            ///< in the text report
+  Json_key key;                           ///< in JSON
+  void (*store)(Record&, uint32_t) = nullptr;
+  uint32_t (*load)(const Record&) = nullptr;
 };
 
 template <typename Record, typename Value>

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <string>
 
 namespace {
@@ -46,7 +47,8 @@ TEST(Guard, TurnsOtherMachinesAwayWithOneLine) {
   for (const auto& c : cases) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(init_on_raspberry_pi(c.machine, init), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "kelvo-tests: /proc/device-tree/compatible " + std::string(c.reason) +
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(program_invocation_short_name) +
+                                                          ": /proc/device-tree/compatible " + c.reason +
                                                           "; to try without a board, run kelvo-sim\n");
   }
   EXPECT_EQ(calls, 0);
