@@ -77,8 +77,8 @@ int Gpio_controller::request_line(const gpio_v2_line_request& request) {
   if (request.num_lines != 1 || !is_zero(request.padding) || !is_valid(request.config) || line >= lines_)
     return -EINVAL;
   if (consumers_.contains(line)) return -EBUSY;
-  consumers_[line] = {std::begin(request.consumer),
-                      std::find(std::begin(request.consumer), std::end(request.consumer), '\0')};
+  const auto* const end = std::find(std::begin(request.consumer), std::end(request.consumer), '\0');
+  consumers_.emplace(line, std::string(std::begin(request.consumer), end));
   apply(line, request.config);
   return 0;
 }

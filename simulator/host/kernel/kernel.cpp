@@ -64,9 +64,14 @@ int Kernel::control_controller(Gpio_controller& controller, unsigned long reques
     return controller.read_line_info(*static_cast<gpio_v2_line_info*>(argument));
   if (request != GPIO_V2_GET_LINE_IOCTL) return -EINVAL;
   auto& wanted = *static_cast<gpio_v2_line_request*>(argument);
-  if (const int error = controller.request_line(wanted); error != 0) return error;
-  wanted.fd = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-  files_[wanted.fd] = {.controller = &controller, .is_line = true, .line = wanted.offsets[0]};
+  const int descriptor = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+  Open_file& line = files_[descriptor];
+  if (const int error = controller.request_line(wanted); error != 0) {
+    ::close(descriptor);
+    return error;
+  }
+  line = {.controller = &controller, .is_line = true, .line = wanted.offsets[0]};
+  wanted.fd = descriptor;
   return 0;
 }
 

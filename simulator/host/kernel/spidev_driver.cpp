@@ -36,7 +36,7 @@ Pointer user_memory(uint64_t address) {
 }  // namespace
 
 int Spidev_driver::control(unsigned long request, void* argument) {
-  if (unbound_ != 0 && messages_ >= unbound_) return -ESHUTDOWN;
+  if (unbound_ != 0 && messages_ + 1 >= unbound_) return -ESHUTDOWN;
   if (request == SPI_IOC_WR_MODE) {
     std::memcpy(&mode_, argument, sizeof mode_);
     return 0;
@@ -45,7 +45,7 @@ int Spidev_driver::control(unsigned long request, void* argument) {
   if (_IOC_TYPE(request) != SPI_IOC_MAGIC || _IOC_NR(request) != 0 || _IOC_DIR(request) != _IOC_WRITE ||
       size % sizeof(spi_ioc_transfer) != 0)
     return -ENOTTY;
-  if (++messages_ == unbound_) return -ESHUTDOWN;
+  ++messages_;
   return message(static_cast<const spi_ioc_transfer*>(argument), size / sizeof(spi_ioc_transfer));
 }
 
