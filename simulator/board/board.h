@@ -71,7 +71,7 @@ class Board {
   void set_realtime(bool on) { clock_.set_realtime(on); }
   void set_receive_delay(unsigned reads) { controller_.set_receive_delay(reads); }
 
-  // The host's side, for the bcm2835 functions -----------------------------------------------------------------------
+  // The host's side, for the bcm2835 functions or a kernel -----------------------------------------------------------
 
   bool open();  ///< maps the registers
   void close();
@@ -81,6 +81,10 @@ class Board {
   void set_pin_function(unsigned number, unsigned function);
   void set_pin_pull(unsigned number, unsigned pull);
   void write_pin(unsigned number, bool level);
+  /// Makes the pin an output that begins with this level.
+  void drive_pin(unsigned number, bool level);
+  /// From now on as a kernel's drivers leave the board before any program starts: SPI0 runs and has its pins.
+  void start_drivers();
   /// One register of SPI0, by its byte offset. @throws Hang when the host keeps reading and no byte moves.
   uint32_t read_register(uint32_t offset);
   void write_register(uint32_t offset, uint32_t value);
