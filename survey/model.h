@@ -33,14 +33,14 @@ struct Time {
 /// What was received at one entry of the chip's frequency list.
 struct Entry {
   unsigned index = 0;        ///< entry of the list, what `kelvo -f` takes
-  uint32_t frequency = 0;    ///< kHz
+  uint32_t frequency = 0;    ///< kHz; where the chip could not be read, that of the default list
   int rssi = 0;              ///< signal strength, dBµV
   int snr = 0;               ///< dB
   unsigned fic_quality = 0;  ///< 0 to 100
   bool valid = false;        ///< the chip found a signal
   bool acquired = false;     ///< the chip locked onto a DAB ensemble
   std::vector<Service> services;
-  std::optional<Time> time;
+  std::optional<Time> time;  ///< a time that exists
 };
 
 /// The eight answers, UTF-8 (a byte that is not becomes U+FFFD); any character may be in them.
@@ -69,12 +69,15 @@ Reception reception(const Entry& entry);
 /// Name of the Band III block at `frequency` kHz ("5A" to "13F"), empty if there is none.
 std::string_view block_name(uint32_t frequency);
 
+/// kHz of the block at `index` of the chip's list as it is by default, 0 beyond it.
+uint32_t block_frequency(unsigned index);
+
 /// One row of the comparison: a frequency, and what each scan received there.
 struct Row {
-  uint32_t frequency = 0;             ///< kHz
-  std::vector<const Entry*> cells;    ///< one per scan, null where a scan has no such entry; point into the scans
-  std::optional<size_t> best;         ///< the scan that receives it best: highest reception, then FIC quality, SNR,
-                                      ///< RSSI; the first of equals. Empty if none receives an ensemble.
+  uint32_t frequency = 0;           ///< kHz
+  std::vector<const Entry*> cells;  ///< one per scan, null where a scan has no such entry; point into the scans
+  std::optional<size_t> best;       ///< the scan that receives it best: highest reception, then FIC quality, SNR,
+                                    ///< RSSI; the first of equals. Empty if none receives an ensemble.
 };
 
 /// One row per frequency that occurs in `scans`, ascending.
@@ -88,14 +91,15 @@ struct Station {
   std::vector<size_t> received;      ///< the scans that have it, ascending
 };
 
-/// One station per service and frequency, ordered by frequency, then by the chip's order of services. Point into `scans`.
+/// One station per service and frequency, ordered by frequency, then by the chip's order of services. Point into
+/// `scans`.
 std::vector<Station> stations(const std::vector<Scan>& scans);
 
 /// Heading of a scan: street, floor and city where answered; its file's name otherwise. UTF-8, unescaped.
 std::string place_name(const Scan& scan);
 
 /// The options that play `station`, its first audio component (or its first component): "-f 33 -e 17333 -c 12 -p".
-/// Empty if it has no component.
+/// Empty if nothing can play it: a data service, one without a component, or at index 0, which `kelvo` does not tune.
 std::string play_options(const Entry& entry, const Service& service);
 
 /// Name of a programme type of the international table, "None" for 0; empty for 30 and 31.
