@@ -2,6 +2,8 @@
 #include "survey/model.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <map>
 #include <tuple>
 
@@ -76,10 +78,21 @@ std::string place_name(const Scan& scan) {
   return name.empty() ? scan.file : name;
 }
 
+std::string time_text(const Scan& scan) {
+  const auto entry = std::ranges::find_if(scan.entries, [](const Entry& other) { return other.time.has_value(); });
+  if (entry == scan.entries.end()) return {};
+  std::array<char, 64> text{};
+  const Time& time = *entry->time;
+  static_cast<void>(std::snprintf(text.data(), text.size(), "%u-%02u-%02u %02u:%02u UTC", time.year, time.month,
+                                  time.day, time.hour, time.minute));
+  return text.data();
+}
+
 std::string play_options(const Entry& entry, const Service& service) {
-  if (service.data || service.components.empty() || entry.index == 0) return {};
+  if (service.data || service.components.empty()) return {};
   const auto audio = std::ranges::find(service.components, 0U, &Component::transport);
   const Component& component = audio == service.components.end() ? service.components.front() : *audio;
+  if (entry.index == 0 || service.id == 0 || component.id == 0) return {};
   return "-f " + std::to_string(entry.index) + " -e " + std::to_string(service.id) + " -c " +
          std::to_string(component.id) + " -p";
 }

@@ -98,8 +98,14 @@ std::vector<Station> stations(const std::vector<Scan>& scans);
 /// Heading of a scan: street, floor and city where answered; its file's name otherwise. UTF-8, unescaped.
 std::string place_name(const Scan& scan);
 
+/// The first ensemble time of a scan: "2026-03-07 09:05 UTC". Empty if none was received.
+std::string time_text(const Scan& scan);
+
+/// Where the bars of all outputs end, dBµV; they begin at 0.
+constexpr int signal_scale_end = 80;
+
 /// The options that play `station`, its first audio component (or its first component): "-f 33 -e 17333 -c 12 -p".
-/// Empty if nothing can play it: a data service, one without a component, or at index 0, which `kelvo` does not tune.
+/// Empty if nothing can play it: `kelvo` takes no index 0, no id 0 and no data service.
 std::string play_options(const Entry& entry, const Service& service);
 
 /// Name of a programme type of the international table, "None" for 0; empty for 30 and 31.

@@ -114,13 +114,13 @@ std::string valid_utf8(std::string_view bytes) {
 }
 
 std::string decode_label(std::string_view bytes, unsigned charset) {
-  constexpr unsigned latin_1 = 4, ucs2 = 6, utf8 = 15;
+  constexpr unsigned latin_1 = 4, ucs2 = 6;
   if (charset == ucs2) {
     // The filling of a label is bytes 0x20, two of which look like a dagger.
     while (bytes.ends_with("  ") || bytes.ends_with(std::string_view("\0 ", 2))) bytes.remove_suffix(2);
     return decode_ucs2(bytes);
   }
-  if (charset == utf8) return without_trailing_blanks(valid_utf8(bytes));
+  if (charset == utf8_charset) return without_trailing_blanks(valid_utf8(bytes));
   std::string text;
   for (const char byte : bytes) {
     const auto code = static_cast<uint8_t>(byte);
@@ -133,14 +133,18 @@ std::string decode_label(std::string_view bytes, unsigned charset) {
   return without_trailing_blanks(text);
 }
 
+bool is_control(char32_t c) {
+  const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+  const bool direction =
+      c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+  return control || direction;
+}
+
 std::string visible(std::string_view text) {
   std::string clean;
   while (!text.empty()) {
-    const char32_t c = take_character(text);
-    const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
-    const bool direction =
-        c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
-    append_character(clean, control || direction ? replacement : c);
+    const char32_t character = take_character(text);
+    append_character(clean, is_control(character) ? replacement : character);
   }
   return clean;
 }
