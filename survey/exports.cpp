@@ -45,7 +45,7 @@ std::string json_line(Scan_file file) {
 
 std::string csv_head() {
   return "file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,"
-         "block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component,play\n";
+         "block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component\n";
 }
 
 std::string csv_lines(const Scan& scan) {
@@ -68,9 +68,10 @@ std::string csv_lines(const Scan& scan) {
       append(csv, std::string_view(service.data ? "data" : "audio"));
       append(csv, programme_type_name(service.programme_type));
       append(csv, int64_t{service.id});
-      if (service.components.empty()) csv += ',';
-      if (!service.components.empty()) append(csv, int64_t{service.components.front().id});
-      append(csv, std::string_view(play_options(entry, service)));
+      if (const Component* const component = main_component(service))
+        append(csv, int64_t{component->id});
+      else
+        csv += ',';
       csv.back() = '\n';
     }
   }

@@ -20,8 +20,8 @@ bool better(const Entry& entry, const Entry* other) { return other == nullptr ||
 
 Reception reception(const Entry& entry) {
   constexpr unsigned readable_fic_quality = 30;
-  constexpr int fair_snr = 8, good_snr = 16;
-  if (!entry.acquired) return entry.valid ? Reception::no_dab : Reception::no_signal;
+  constexpr int signal_rssi = 20, fair_snr = 8, good_snr = 16;
+  if (!entry.valid) return entry.rssi >= signal_rssi ? Reception::no_dab : Reception::no_signal;
   if (entry.fic_quality < readable_fic_quality) return Reception::too_weak;
   if (entry.snr < fair_snr) return Reception::poor;
   return entry.snr < good_snr ? Reception::fair : Reception::good;
@@ -88,13 +88,18 @@ std::string time_text(const Scan& scan) {
   return text.data();
 }
 
-std::string play_options(const Entry& entry, const Service& service) {
-  if (service.data || service.components.empty()) return {};
+const Component* main_component(const Service& service) {
   const auto audio = std::ranges::find(service.components, 0U, &Component::transport);
-  const Component& component = audio == service.components.end() ? service.components.front() : *audio;
-  if (entry.index == 0 || service.id == 0 || component.id == 0) return {};
+  if (audio != service.components.end()) return &*audio;
+  return service.components.empty() ? nullptr : &service.components.front();
+}
+
+std::string play_options(const Entry& entry, const Service& service) {
+  const Component* const component = main_component(service);
+  if (service.data || component == nullptr) return {};
+  if (entry.index == 0 || service.id == 0 || component->id == 0) return {};
   return "-f " + std::to_string(entry.index) + " -e " + std::to_string(service.id) + " -c " +
-         std::to_string(component.id) + " -p";
+         std::to_string(component->id) + " -p";
 }
 
 }  // namespace survey

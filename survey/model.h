@@ -37,7 +37,7 @@ struct Entry {
   int rssi = 0;              ///< signal strength, dBµV
   int snr = 0;               ///< dB
   unsigned fic_quality = 0;  ///< 0 to 100
-  bool valid = false;        ///< the chip found a signal
+  bool valid = false;        ///< the chip found a DAB signal
   bool acquired = false;     ///< the chip locked onto a DAB ensemble
   std::vector<Service> services;
   std::optional<Time> time;  ///< a time that exists
@@ -57,8 +57,8 @@ struct Scan {
 
 enum class Reception {
   no_signal,
-  no_dab,    ///< a signal that is no DAB ensemble
-  too_weak,  ///< an ensemble with a FIC quality below 30: its service list cannot be read
+  no_dab,    ///< 20 dBµV and more, but no DAB signal
+  too_weak,  ///< a DAB signal with a FIC quality below 30: a scan does not ask for its services
   poor,      ///< received; these three differ by SNR: below 8 dB,
   fair,      ///< 8 to 15 dB,
   good,      ///< 16 dB and more
@@ -104,7 +104,10 @@ std::string time_text(const Scan& scan);
 /// Where the bars of all outputs end, dBµV; they begin at 0.
 constexpr int signal_scale_end = 80;
 
-/// The options that play `station`, its first audio component (or its first component): "-f 33 -e 17333 -c 12 -p".
+/// The component to play: the first with audio, or else the first. Null if there is none.
+const Component* main_component(const Service& service);
+
+/// The options that play the service's main component: "-f 33 -e 17333 -c 12 -p".
 /// Empty if nothing can play it: `kelvo` takes no index 0, no id 0 and no data service.
 std::string play_options(const Entry& entry, const Service& service);
 

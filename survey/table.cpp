@@ -35,8 +35,8 @@ class Table {
            << (i + 1 < end ? cell(std::to_string(i + 1), bar_ + figures - 3, terminal_) : std::to_string(i + 1));
     out_ << "\nBlock   kHz";
     for (size_t i = first; i < end; ++i)
-      out_ << "   " << cell("Signal", bar_, terminal_) << shown(" dBµV", terminal_) << " SNR FIC Svc"
-           << (i + 1 < end ? " " : "");
+      out_ << "   " << cell(bar_ < 6 ? "" : "Signal", bar_, terminal_) << (terminal_.unicode ? " dBµV" : " dBuV")
+           << " SNR FIC Svc" << (i + 1 < end ? " " : "");
     out_ << '\n';
   }
 
@@ -80,6 +80,17 @@ std::string title(const Row& row) {
   return block.empty() ? std::to_string(row.frequency) + " kHz" : std::string(block);
 }
 
+// ASCII text in lines of the terminal's width.
+void write_wrapped(std::ostream& out, std::string_view text, const Terminal& terminal) {
+  while (terminal.width != 0 && text.size() > terminal.width) {
+    const size_t blank = text.rfind(' ', terminal.width);
+    if (blank == text.npos) break;
+    out << text.substr(0, blank) << '\n';
+    text.remove_prefix(blank + 1);
+  }
+  out << text << '\n';
+}
+
 // "1  Main Street 12a, roof, Springfield  2026-03-07 09:05 UTC  scan.json"
 void write_places(std::ostream& out, const std::vector<Scan>& scans, const Terminal& terminal) {
   for (size_t i = 0; i < scans.size(); ++i) {
@@ -114,10 +125,11 @@ void write_table(std::ostream& out, const std::vector<Scan>& scans, const Termin
   for (const Row& row : all)
     if (silent(row)) quiet += (quiet.empty() ? "" : " ") + title(row);
   out << '\n';
-  if (!quiet.empty()) out << clipped("No signal: " + quiet, terminal.width, terminal) << '\n';
-  out << clipped("* best place; SNR: dB; FIC: quality, 0 to 100; Svc: services; bars: 0 to 80 dBµV", terminal.width,
-                 terminal)
-      << '\n';
+  if (!quiet.empty()) write_wrapped(out, "No signal: " + quiet, terminal);
+  write_wrapped(out,
+                std::string("* best place. SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at ") +
+                    std::to_string(signal_scale_end) + " dBuV.",
+                terminal);
 }
 
 void write_stations(std::ostream& out, const std::vector<Station>& stations, const std::vector<Scan>& scans,
@@ -138,9 +150,10 @@ void write_stations(std::ostream& out, const std::vector<Station>& stations, con
   for (const Station& station : stations) {
     const Service& service = *station.service;
     const std::string_view block = block_name(station.entry->frequency);
+    const Component* const component = main_component(service);
     line(block.empty() ? "-" : block, service.label,
          service.data ? "(data)" : programme_type_name(service.programme_type), std::to_string(service.id),
-         service.components.empty() ? "-" : std::to_string(service.components.front().id), country(*station.entry),
+         component == nullptr ? "-" : std::to_string(component->id), country(*station.entry),
          place_name(scans[station.best]));
   }
 }
