@@ -21,8 +21,8 @@ struct Service {
   uint32_t id = 0;
   bool data = false;            ///< a data service: `id` has 32 bits, otherwise 16
   unsigned programme_type = 0;  ///< 0 to 31, international table
-  std::string label;            ///< UTF-8, without trailing blanks; may hold control characters: escape it on output
-  std::vector<Component> components;
+  std::string label{};          ///< UTF-8, without trailing blanks; may hold control characters: escape it on output
+  std::vector<Component> components{};
 };
 
 /// The ensemble's time, UTC.
@@ -39,20 +39,20 @@ struct Entry {
   unsigned fic_quality = 0;  ///< 0 to 100
   bool valid = false;        ///< the chip found a DAB signal
   bool acquired = false;     ///< the chip locked onto a DAB ensemble
-  std::vector<Service> services;
-  std::optional<Time> time;  ///< a time that exists
+  std::vector<Service> services{};
+  std::optional<Time> time{};  ///< a time that exists
 };
 
 /// The eight answers, UTF-8 (a byte that is not becomes U+FFFD); any character may be in them.
 struct Location {
-  std::string street_no, street, postal_code, city, country, floor, latitude, longitude;
+  std::string street_no{}, street{}, postal_code{}, city{}, country{}, floor{}, latitude{}, longitude{};
 };
 
 /// One scan file: one place of the antenna.
 struct Scan {
-  std::string file;  ///< its name as given
-  Location location;
-  std::vector<Entry> entries;  ///< 41 at most
+  std::string file{};  ///< its name as given
+  Location location{};
+  std::vector<Entry> entries{};  ///< 41 at most
 };
 
 enum class Reception {

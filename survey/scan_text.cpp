@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
 
 #include "survey/text.h"
 
@@ -48,30 +50,28 @@ void append_raw_label(std::string& json, std::string_view label) {
   json.append(static_cast<size_t>(std::ranges::count(label, '\n')), '\n');
 }
 
+// The label that is raw where `text` begins behind its key, and what follows it.
+std::optional<std::pair<std::string_view, std::string_view>> raw_label(std::string_view text, bool all_raw) {
+  if (!take(text, ":") || !take(text, "\"") || text.size() <= label_length || text[label_length] != '"') return {};
+  const std::string_view after = text.substr(label_length + 1);
+  std::string_view next = after;
+  if (!all_raw && !(take(next, ",") && take(next, "\"ComponentList\""))) return {};
+  return std::pair(text.substr(0, label_length), after);
+}
+
 // Everything from the list of ensembles on.
-void append_ensembles(std::string& json, std::string_view text) {
-  while (true) {
-    const size_t key = text.find(label_key);
+void append_ensembles(std::string& json, std::string_view text, bool all_raw) {
+  for (size_t key = text.find(label_key); key != text.npos; key = text.find(label_key)) {
     json.append(text.substr(0, key));
-    if (key == text.npos) return;
-    text.remove_prefix(key);
-    std::string_view next = text.substr(label_key.size());
-    std::string_view label;
-    bool raw = take(next, ":") && take(next, "\"") && next.size() > label_length && next[label_length] == '"';
-    if (raw) {
-      label = next.substr(0, label_length);
-      next.remove_prefix(label_length + 1);
-      std::string_view after = next;
-      raw = take(after, ",") && take(after, "\"ComponentList\"");
-    }
-    if (raw) {
-      append_raw_label(json, label);
-      text = next;
+    text.remove_prefix(key + label_key.size());
+    if (const auto label = raw_label(text, all_raw)) {
+      append_raw_label(json, label->first);
+      text = label->second;
     } else {
       json.append(label_key);
-      text.remove_prefix(label_key.size());
     }
   }
+  json.append(text);
 }
 
 // A line before the list of ensembles. An answer is everything between the quote behind its key and the last quote.
@@ -107,7 +107,7 @@ std::string json_text(std::string_view file) {
     append_line(json, line, all_raw);
     file.remove_prefix(line.size());
   }
-  append_ensembles(json, file);
+  append_ensembles(json, file, all_raw);
   return json;
 }
 
