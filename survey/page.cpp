@@ -42,7 +42,7 @@ tbody tr:last-child { border-bottom: 1px solid var(--rule) }
 tbody th, thead td { position: sticky; left: 0; z-index: 1; background: var(--paper); width: 6.5rem; white-space: nowrap }
 tbody td, tbody th { vertical-align: middle }
 thead th { min-width: 6.6rem; line-height: 1.3; font-weight: 400 }
-thead bdi { display: block; font-weight: 600; max-width: 22rem }
+thead bdi { display: block; font-weight: 600; max-width: 22rem; max-height: 7.8em; overflow: hidden }
 .cell { display: grid; grid-template-columns: minmax(4rem, 1fr) 2.2rem 3.2rem .9rem; align-items: center; gap: .4rem;
   line-height: 1.2 }
 .cell .bar, .cell .scale { width: 100%; height: .7rem }
