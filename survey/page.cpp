@@ -61,7 +61,7 @@ thead .strength, thead .count { color: var(--muted); font-size: .6875rem; font-w
 .stations bdi { font-weight: 600 }
 .stations span { display: block }
 .stations code { display: block; font: .8125rem/1.5 ui-monospace, monospace; user-select: all }
-@media (max-width: 40rem) {
+@media (max-width: 40rem), print {
   th, td { padding-right: .75rem }
   tbody th, thead td { width: 3.5rem }
   tbody th span { display: block; font-size: .75rem }
@@ -78,6 +78,7 @@ thead .strength, thead .count { color: var(--muted); font-size: .6875rem; font-w
 @media print {
   body { padding: 0; max-width: none; font-size: .8rem }
   .chart { overflow: visible }
+  tbody th, thead td { position: static }
   tr { break-inside: avoid }
   h2, h3 { break-after: avoid }
   a { text-decoration: none }

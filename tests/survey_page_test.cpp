@@ -34,11 +34,10 @@ Scan scan(const std::string& city, std::vector<Entry> entries) {
 std::vector<Scan> two_places() {
   Entry weak{1, 176640, -3, 4, 20, true, true};
   Entry other{3, 180064, 90, 2, 0, false, false};
-  return {
-      scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"),
-                    {2, 178352, 5, 0, 0, false, false},
-                    ensemble(33, 227360, 30, 7, "Nova")}),
-      scan("Cellar", {weak, {2, 178352, 6, 0, 0, false, false}, other, ensemble(33, 227360, 20, 8, "Nova")})};
+  return {scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"),
+                        {2, 178352, 5, 0, 0, false, false},
+                        ensemble(33, 227360, 30, 7, "Nova")}),
+          scan("Cellar", {weak, {2, 178352, 6, 0, 0, false, false}, other, ensemble(33, 227360, 20, 8, "Nova")})};
 }
 
 TEST(SurveyPage, ReadsAsTextInTheOrderOfBlocksAndPlaces) {
