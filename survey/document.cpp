@@ -78,6 +78,7 @@ class Builder {
     const std::string_view what = error.what();
     const std::string_view before = "; expected ";
     const size_t expected = what.rfind(before);
+    if (what.ends_with("or a literal")) return fail("a value");
     if (expected != what.npos) return fail(std::string(what.substr(expected + before.size())));
     return fail(what.find("unexpected end of input") == what.npos ? "valid JSON" : "more text before the end");
   }

@@ -14,7 +14,7 @@ bool is_formula(std::string_view text) {
   constexpr std::u32string_view beginnings = U"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   if (text.empty()) return false;
-  const bool number = text.size() > 1 && text.find_first_not_of("0123456789.", 1) == text.npos;
+  const bool number = text.front() != '=' && text.size() > 1 && text.find_first_not_of("0123456789.", 1) == text.npos;
   return beginnings.find(take_character(text)) != beginnings.npos && !number;
 }
 
@@ -29,14 +29,13 @@ void append(std::string& csv, int64_t number) { csv.append(std::to_string(number
 }  // namespace
 
 std::string json_line(Scan_file file) {
-  for (Node& entry : file.document.find("ensembleList")->children) {
-    const Node* const status = entry.find("DigradStatus");
-    const auto frequency = static_cast<uint32_t>(status->find("tune_freq")->number);
-    Node* block = entry.find(block_key);
-    if (block == nullptr) block = &entry.children.emplace_back();
+  std::vector<Node>& entries = file.document.find("ensembleList")->children;
+  for (size_t i = 0; i < entries.size(); ++i) {
+    Node* block = entries[i].find(block_key);
+    if (block == nullptr) block = &entries[i].children.emplace_back();
     block->kind = Node::Kind::text;
     block->key = block_key;
-    block->text = block_name(frequency);
+    block->text = block_name(file.scan.entries[i].frequency);
   }
   std::string json;
   append_json(json, file.document);

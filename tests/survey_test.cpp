@@ -83,6 +83,27 @@ TEST(SurveyReader, EveryByteMayBeInLabelsAndAnswers) {
             "\"ensembleList\": \"Label\": \"\",\"");
 }
 
+TEST(SurveyReader, LabelsThatOtherProgramsWrote) {
+  const struct {
+    std::string members, label;
+  } rows[] = {
+      {R"("Label":"$34567\u00e9","ComponentList")", "$34567é"},  // not 16 bytes: text
+      {R"("Label" : "$345678901234567",
+          "ComponentList")",
+       "ł345678901234567"},  // as it was received
+      {R"("Label":"\u0024345678901234   ","X":0,"ComponentList")",
+       "ł345678901234"},  // the same, members in another order
+      {R"("Label":"a\"a, \uFFFD","X":0,"ComponentList")", "a\"a, \uFFFD"},
+  };
+  for (const auto& row : rows) {
+    std::string text = raw_scan("", "Way").insert(0, " ");
+    const size_t key = text.find("\"Label\"");
+    const size_t end = text.find(" [", key);
+    text.replace(key, end - key, row.members + ":");
+    EXPECT_EQ(first_service(read_scan(text, "x").scan).label, row.label);
+  }
+}
+
 std::string fault_of(const std::string& bytes) {
   try {
     static_cast<void>(read_scan(bytes, "cut.json"));
@@ -93,7 +114,9 @@ std::string fault_of(const std::string& bytes) {
 }
 
 TEST(SurveyReader, ACutFileIsRefusedWithItsLastLine) {
-  const std::string whole = raw_scan("AB\"C\\D\xD7 \x1B end\\", "x\"y");
+  std::string whole = raw_scan("AB\"C\\D\xD7 \x1B end\\", "x\"y");
+  whole = whole.substr(0, whole.find(",{\n\"EnsemleNo\": 2")) + "]}";
+  ASSERT_EQ(read_scan(whole, "whole.json").scan.entries.size(), 2);
   const size_t first_service_end = whole.find("\"ServiceNo\": 1");
   for (size_t size = 0, line = 1; size < whole.size(); ++size) {
     const bool line_end = size != 0 && whole[size - 1] == '\n';
@@ -104,7 +127,8 @@ TEST(SurveyReader, ACutFileIsRefusedWithItsLastLine) {
     }
   }
   EXPECT_EQ(fault_of(raw_scan("line\nfeeds\n\n", "Way") + "]"),
-            "cut.json: line " + std::to_string(std::ranges::count(whole, '\n') + 4) + ": expected end of input");
+            "cut.json: line " + std::to_string(std::ranges::count(expected("scan.json"), '\n') + 4) +
+                ": expected end of input");
 }
 
 TEST(SurveyReader, RefusesWhatNoScanWrites) {
