@@ -45,8 +45,13 @@ CHECK = """(() => {
     range.selectNodeContents(node);
     const box = range.getBoundingClientRect();
     if (box.width == 0 || box.height == 0 || style.visibility != 'visible') wrong.push(`${name} is not visible`);
-    const limit = svg ? root.getBoundingClientRect().right : (element.closest('.chart') || root).scrollWidth;
+    const limit = document.body ? root.clientWidth : root.getBoundingClientRect().right;
     if (!element.closest('.chart') && box.right > limit + 1) wrong.push(`${name} ends at ${box.right} of ${limit}`);
+  }
+  for (const level of document.querySelectorAll('.level')) {
+    const share = level.getBoundingClientRect().width / level.previousSibling.getBoundingClientRect().width;
+    if (!(Math.abs(100 * share - parseInt(level.getAttribute('width'))) < 1))
+      wrong.push(`a bar of ${level.getAttribute('width')} fills ${share}`);
   }
   if (texts < 5) wrong.push(`${texts} texts only`);
   return wrong;

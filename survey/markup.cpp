@@ -37,7 +37,7 @@ std::string counted(size_t count, const std::string& noun) {
 
 Place place(const std::vector<Scan>& scans, size_t index, const std::vector<Row>& all_rows) {
   const Scan& scan = scans[index];
-  Place result{.name = place_name(scan), .time = time_text(scan), .summary = {}, .verdict = {}};
+  Place result{.name = visible(place_name(scan)), .time = time_text(scan), .summary = {}, .verdict = {}};
   size_t ensembles = 0;
   size_t services = 0;
   for (const auto& entry : scan.entries) {

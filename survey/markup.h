@@ -15,7 +15,7 @@ namespace survey {
 /// overrides and isolates, noncharacters and bytes that are not UTF-8 become U+FFFD.
 std::string escaped(std::string_view text);
 
-/// One column of the comparison. Unescaped.
+/// One column of the comparison. Not escaped, but without control characters.
 struct Place {
   std::string name;
   std::string time;     ///< the ensembles' time, the first that was received; empty if none was

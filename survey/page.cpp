@@ -42,7 +42,7 @@ tbody tr:last-child { border-bottom: 1px solid var(--rule) }
 tbody th, thead td { position: sticky; left: 0; z-index: 1; background: var(--paper); width: 6.5rem; white-space: nowrap }
 tbody td, tbody th { vertical-align: middle }
 thead th { min-width: 6.6rem; line-height: 1.3; font-weight: 400 }
-thead bdi { display: block; font-weight: 600; max-width: 22rem }
+thead bdi { display: block; font-weight: 600; max-width: 22rem; max-height: 7.8em; overflow: hidden }
 .cell { display: grid; grid-template-columns: minmax(4rem, 1fr) 2.2rem 3.2rem .9rem; align-items: center; gap: .4rem;
   line-height: 1.2 }
 .cell .bar, .cell .scale { width: 100%; height: .7rem }
@@ -61,7 +61,7 @@ thead .strength, thead .count { color: var(--muted); font-size: .6875rem; font-w
 .stations bdi { font-weight: 600 }
 .stations span { display: block }
 .stations code { display: block; font: .8125rem/1.5 ui-monospace, monospace; user-select: all }
-@media (max-width: 40rem) {
+@media (max-width: 40rem), print {
   th, td { padding-right: .75rem }
   tbody th, thead td { width: 3.5rem }
   tbody th span { display: block; font-size: .75rem }
@@ -78,6 +78,7 @@ thead .strength, thead .count { color: var(--muted); font-size: .6875rem; font-w
 @media print {
   body { padding: 0; max-width: none; font-size: .8rem }
   .chart { overflow: visible }
+  tbody th, thead td { position: static }
   tr { break-inside: avoid }
   h2, h3 { break-after: avoid }
   a { text-decoration: none }

@@ -22,6 +22,7 @@ constexpr size_t star_start = 238;
 constexpr size_t row_height = 28;
 constexpr size_t line_height = 18;
 constexpr size_t bar_height = 11;
+constexpr size_t name_length = 30;  // characters
 constexpr size_t legend_width = 218;
 
 constexpr std::string_view style = R"(
@@ -114,8 +115,8 @@ class Picture {
       y_ = top;
       // Cuts what is too wide, or too high, for its column.
       body_ << "<svg " << box(place_start(i), 0, place_width - 12, top + 5 * line_height) << ">\n";
-      for (const auto& line : wrapped(place.name, place_width / 8, 2)) {
-        text(0, "name", shortened(line, place_width / 8));
+      for (const auto& line : wrapped(place.name, name_length, 2)) {
+        text(0, "name", shortened(line, name_length));
         y_ += line_height;
       }
       for (const auto& line : {place.time, place.summary, place.verdict}) {
