@@ -57,7 +57,7 @@ size_t columns(std::string_view text) {
 }
 
 std::string clipped(std::string_view text, size_t width, const Terminal& terminal) {
-  const std::string whole = shown(text, terminal);
+  std::string whole = shown(text, terminal);
   if (width == 0 || columns(whole) <= width) return whole;
   std::string result;
   size_t used = 1;  // the mark at the end

@@ -30,6 +30,7 @@ Scan_file read(const std::string& name) { return read_scan(read_bytes(name), nam
 
 std::vector<Scan> read_all(const std::vector<std::string>& names) {
   std::vector<Scan> scans;
+  scans.reserve(names.size());
   for (const std::string& name : names) scans.push_back(read(name).scan);
   return scans;
 }
