@@ -74,24 +74,26 @@ void append_ensembles(std::string& json, std::string_view text, bool all_raw) {
   json.append(text);
 }
 
-// A line before the list of ensembles. An answer is everything between the quote behind its key and the last quote.
-void append_line(std::string& json, std::string_view line, bool all_raw) {
+// Where the answer on this line begins, if there is one: behind its key, the colon and the quote.
+std::optional<size_t> answer_start(std::string_view line) {
   std::string_view rest = line;
-  const bool is_answer = std::ranges::any_of(answer_keys, [&](std::string_view key) { return take(rest, key); });
-  if (is_answer && take(rest, ":") && take(rest, "\"")) {
-    const size_t start = line.size() - rest.size();
-    size_t end = line.find_last_not_of(" \t\r\n");
-    if (end > start && line[end] == ',') --end;
-    if (end >= start && line[end] == '"') {
-      const std::string_view answer = line.substr(start, end - start);
-      if (all_raw || !nlohmann::json::accept('"' + std::string(answer) + '"')) {
-        json.append(line.substr(0, start - 1)).append(nlohmann::json(valid_utf8(answer)).dump());
-        json.append(line.substr(end + 1));
-        return;
-      }
-    }
+  const bool has_key = std::ranges::any_of(answer_keys, [&](std::string_view key) { return take(rest, key); });
+  if (!has_key || !take(rest, ":") || !take(rest, "\"")) return {};
+  return line.size() - rest.size();
+}
+
+// An answer ends at the last quote of its line.
+void append_answer(std::string& json, std::string_view line, size_t start, bool all_raw) {
+  size_t end = line.find_last_not_of(" \t\r\n");
+  if (end > start && line[end] == ',') --end;
+  const std::string_view answer = line.substr(start, end - start);
+  if (end < start || line[end] != '"' || (!all_raw && nlohmann::json::accept('"' + std::string(answer) + '"'))) {
+    json.append(line);
+  } else {
+    json.append(line.substr(0, start - 1))
+        .append(nlohmann::json(valid_utf8(answer)).dump())
+        .append(line.substr(end + 1));
   }
-  json.append(line);
 }
 
 }  // namespace
@@ -101,10 +103,13 @@ std::string json_text(std::string_view file) {
   json.reserve(file.size() + file.size() / 8);
   const bool all_raw = file.starts_with(scan_beginning);
   while (!file.empty()) {
-    std::string_view next = file;
-    if (take(next, "\"ensembleList\"") || file.find('\n') == file.npos) break;
-    const std::string_view line = file.substr(0, file.find('\n') + 1);
-    append_line(json, line, all_raw);
+    const std::string_view line = file.substr(0, std::min(file.find('\n'), file.size() - 1) + 1);
+    const std::optional<size_t> answer = answer_start(line);
+    if (!answer && line.find("\"ensembleList\"") != line.npos) break;
+    if (answer)
+      append_answer(json, line, *answer, all_raw);
+    else
+      json.append(line);
     file.remove_prefix(line.size());
   }
   append_ensembles(json, file, all_raw);

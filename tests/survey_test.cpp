@@ -169,7 +169,7 @@ TEST(SurveyReader, RefusesWhatNoScanWrites) {
       {"\"acq\":1", "\"acq\":1,\"cnr\":\"\"", "line 3: expected a number"},
       {"\"SICharset\":15", "\"SICharset\":16", "line 4: expected \"SICharset\" from 0 to 15"},
       {"\"Label\":\"x\"", "\"Label\":7", "line 5: expected a text as \"Label\""},
-      {"\"TMID\":3", "\"TMID\":[[[]]]", "line 5: expected less deeply nested values"},
+      {"\"TMID\":3", "\"TMID\":[]", "line 5: expected less deeply nested values"},
       {"\"ComponentList\":[", "\"ComponentList\":[0,", "line 5: expected an object"},
       {"\"month\":2", "\"month\":256", "line 6: expected \"month\" from 0 to 255"},
       {"}}]}", "}}]}}", "line 6: expected end of input"},

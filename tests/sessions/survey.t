@@ -93,7 +93,8 @@ For other programs. JSON is one line a file; read again, also after another prog
 
 The same scan after an editor that has moved lines, but no byte of a label or an answer.
 
-  $ head -n 1 both.json | cmp - <(sed -E 's/^"/    "/; s/^( *"[A-Z][A-Za-z]*": [0-9]+,)$/\1\r/; $a\' $roof | kelvo-survey --json -)
+  $ sed -E 's/^"/    "/; s/^( *"[A-Z][A-Za-z]*": [0-9]+,)$/\1\r/; $a\' $roof | sed -z 's/},\n *"ensemble/}, "ensemble/' > edited
+  $ head -n 1 both.json | cmp - <(kelvo-survey --json edited)
 
 Nothing is printed of several files where one is none.
 
