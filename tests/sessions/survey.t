@@ -24,26 +24,44 @@ backslash, a quote, a line feed and a zero; the others and the answers what a te
   $ place '{"rssi": 48, "snr": 9, "fic_quality": 99}' < /dev/null
   $ roof=ensemblescan_4711_City.json cellar=ensemblescan__.json
   $ sed -n '/"ServId": 17333/,$p' $roof | grep -a -A 1 -m 1 '"Label"' | od -An -c
-  sed: can't read ensemblescan_4711_City.json: No such file or directory
+     "   L   a   b   e   l   "   :       "   A 327   \   "  \n  \0
+     Z                                       "   ,  \n
   $ python3 -m json.tool $roof > /dev/null 2>&1
-  [2]
+  [1]
 
 Tables.
 
   $ kelvo-survey $roof $cellar
-  /bin/bash: line 35: kelvo-survey: command not found
-  [127]
+  1  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City  2026-03-07 09:05 UTC  ensemblescan_4711_City.json (esc)
+  2  ensemblescan__.json  2026-03-07 09:05 UTC
+  
+                1                                 2
+  Block   kHz   Signal        dB\xc2\xb5V SNR FIC Svc    Signal        dB\xc2\xb5V SNR FIC Svc (esc)
+  5B   176640   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8c         40  17  99   5*   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8a        48   9  99   5 (esc)
+  5C   178352   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8e          33  no DAB        \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8e          33  no DAB (esc)
+  
+  No signal: 5A 5D 6A 6B 6C 6D 7A 7B 7C 7D 8A 8B 8C 8D 9A 9B 9C 9D 10A 10N 10B 10C 10D 11A 11N 11B 11C 11D 12A 12N 12B 12C 12D 13A 13B 13C 13D 13E 13F
+  * best place. SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at 80 dBuV.
   $ kelvo-survey --stations $roof $cellar
-  /bin/bash: line 37: kelvo-survey: command not found
-  [127]
+  Block  Station      Programme type      Service   Comp  In  Best place
+  5B     A\xc3\x96\xc5\xae"Z        Pop music             17333     12  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  5B     =1+\xef\xbf\xbd[31m\xef\xbf\xbd    None                  17334     13  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  5B     M\xc3\xbcnchen <b>  None                  17335     14  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  5B     M\xc3\xbcnchen      None                  17336     15  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  5B     Daten        (data)           3771727873  49161  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
   $ LC_ALL=C COLUMNS=40 kelvo-survey $roof $cellar | head -n 7
-  /bin/bash: line 39: kelvo-survey: command not found
+  1  -Main" \Street\ 12a, roof?[2J?, City~
+  2  ensemblescan__.json  2026-03-07 09:0~
+  
+                1
+  Block   kHz   Signal   dBuV SNR FIC Svc
+  5B   176640   ####       40  17  99   5*
+  5C   178352   ###        33  no DAB
 
 On a terminal there is colour, unless it is not wanted.
 
   $ script -qc "kelvo-survey $cellar" /dev/null < /dev/null | grep -c $'\e\[36m'
-  0
-  [1]
+  1
   $ NO_COLOR=1 script -qc "kelvo-survey $cellar" /dev/null < /dev/null | grep -c $'\e'
   0
   [1]
@@ -51,61 +69,80 @@ On a terminal there is colour, unless it is not wanted.
 For other programs. JSON is one line a file; read again, also after another program has written it, it is the same.
 
   $ kelvo-survey --json $roof $cellar > both.json
-  /bin/bash: line 45: kelvo-survey: command not found
-  [127]
   $ head -n 1 both.json | python3 -m json.tool > pretty.json
-  Expecting value: line 1 column 1 (char 0)
-  [1]
   $ grep -E '"(Street|Floor|rssi|Label|Block)"' pretty.json | head -n 11
+          "Street": "-Main\" \\Street\\",
+          "Floor": "roof\u001b[2J\ufffd",
+                  "rssi": -2,
+              "Block": "5A"
+                  "rssi": 40,
+                          "Label": "A\u00d6\u016e\"Z",
+                          "Label": "=1+\u001b[31m\u009b",
+                          "Label": "M\u00fcnchen <b>",
+                          "Label": "M\u00fcnchen",
+                          "Label": "Daten",
+              "Block": "5B"
   $ head -n 1 both.json | cmp - <(kelvo-survey --json pretty.json)
-  /bin/bash: line 51: kelvo-survey: command not found
   $ kelvo-survey --csv $roof
-  /bin/bash: line 53: kelvo-survey: command not found
-  [127]
+  file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component
+  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","A\xc3\x96\xc5\xae""Z","audio","Pop music",17333,12 (esc)
+  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","'=1+\xef\xbf\xbd[31m\xef\xbf\xbd","audio","None",17334,13 (esc)
+  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen <b>","audio","None",17335,14 (esc)
+  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen","audio","None",17336,15 (esc)
+  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","Daten","data","None",3771727873,49161 (esc)
 
 The same scan after an editor that has moved lines, but no byte of a label or an answer.
 
   $ head -n 1 both.json | cmp - <(sed -E 's/^"/    "/; s/^( *"[A-Z][A-Za-z]*": [0-9]+,)$/\1\r/; $a\' $roof | kelvo-survey --json -)
-  /bin/bash: line 55: kelvo-survey: command not found
-  sed: can't read ensemblescan_4711_City.json: No such file or directory
 
 Nothing is printed of several files where one is none.
 
   $ head -n 30 $roof > cut.json
-  head: cannot open 'ensemblescan_4711_City.json' for reading: No such file or directory
-  [1]
   $ kelvo-survey --csv $roof cut.json $cellar
-  /bin/bash: line 59: kelvo-survey: command not found
-  [127]
+  kelvo-survey: cut.json: line 30: expected string literal
+  [1]
   $ kelvo-survey $roof /dev/null
-  /bin/bash: line 61: kelvo-survey: command not found
-  [127]
+  kelvo-survey: /dev/null: line 1: expected a value
+  [1]
   $ kelvo-survey --html $roof nowhere.json
-  /bin/bash: line 63: kelvo-survey: command not found
-  [127]
+  kelvo-survey: nowhere.json: cannot be opened: No such file or directory
+  [1]
 
 By name: upper and lower case are the same, and a whole name goes before a part. Only numbers are printed.
 
   $ kelvo-survey --play MÜNCHEN $roof $cellar
-  /bin/bash: line 65: kelvo-survey: command not found
-  [127]
+  -f 1 -e 17336 -c 15 -p
   $ kelvo-survey --play 'ö' $cellar
-  /bin/bash: line 67: kelvo-survey: command not found
-  [127]
+  -f 1 -e 17333 -c 12 -p
   $ kelvo-survey --play mün $roof
-  /bin/bash: line 69: kelvo-survey: command not found
-  [127]
-  $ kelvo-survey --play daten $roof
-  /bin/bash: line 71: kelvo-survey: command not found
-  [127]
-  $ run $(kelvo-survey --play 'münchen' $roof) -d | grep acquired
-  /bin/bash: line 73: kelvo-survey: command not found
+  kelvo-survey: several stations have "m\xc3\xbcn" in their names: (esc)
+  Block  Station      Programme type      Service   Comp  In  Best place
+  5B     M\xc3\xbcnchen <b>  None                  17335     14  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  5B     M\xc3\xbcnchen      None                  17336     15  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
   [1]
+  $ kelvo-survey --play daten $roof
+  kelvo-survey: no audio service has "daten" in its name
+  [1]
+  $ run $(kelvo-survey --play 'münchen' $roof) -d | grep acquired
+  Ensemble acquired:                          1
   $ kelvo-survey --play '' $roof
-  /bin/bash: line 75: kelvo-survey: command not found
-  [127]
+  kelvo-survey: --play needs a name
+  Try `kelvo-survey --help' or `kelvo-survey --usage' for more information.
+  [2]
   $ kelvo-survey
-  /bin/bash: line 77: kelvo-survey: command not found
-  [127]
+  kelvo-survey: a scan file is missing
+  Try `kelvo-survey --help' or `kelvo-survey --usage' for more information.
+  [2]
   $ kelvo-survey --svg --csv $roof 2>&1 | head -n 1
-  /bin/bash: line 79: kelvo-survey: command not found
+  kelvo-survey: only one output can be chosen
+
+Help, manual and completion have the same options.
+
+  $ packaging=$TESTDIR/../../packaging
+  $ options() { grep -oE -e '--[a-z]+' | sort -u; }
+  $ kelvo-survey --help | options > help
+  $ sed -n '/^\.Sh OPTIONS/,/^\.Sh ENV/s/\(Fl\|,\) -/--/gp' "$packaging/man/man1/kelvo-survey.1" | options | diff help -
+  $ . "$packaging/bash-completion/kelvo-survey"
+  $ COMP_WORDS=(kelvo-survey --) COMP_CWORD=1
+  $ _kelvo_survey && printf '%s\n' "${COMPREPLY[@]}" | options | diff help -
+  [1]
