@@ -165,7 +165,7 @@ class Page {
     out_ << "<ul class=\"legend muted\">\n";
     for (const auto& item : legend) {
       out_ << "<li>";
-      write_bar(out_, 80, item.reception, hidden);
+      write_bar(out_, signal_scale_end, item.reception, hidden);
       out_ << item.text << "</li>\n";
     }
     if (several()) {
