@@ -11,8 +11,6 @@ namespace survey {
 
 namespace {
 
-constexpr int scale_end = 80;  // dBµV at the right end of a bar; the left end is 0
-
 struct Reception_text {
   std::string_view style;  // class of the bar
   std::string_view words;
@@ -88,9 +86,7 @@ Chart chart(const std::vector<Scan>& scans) {
   result.title =
       "DAB reception at " + (scans.size() == 1 ? result.places.front().name : std::to_string(scans.size()) + " places");
   for (const auto& row : all_rows) {
-    const bool silent = std::ranges::none_of(
-        row.cells, [](const Entry* cell) { return cell != nullptr && reception(*cell) != Reception::no_signal; });
-    if (!silent)
+    if (has_signal(row))
       result.rows.push_back(row);
     else
       result.quiet += (result.quiet.empty() ? "No signal: " : ", ") + block_title(row.frequency);
@@ -173,7 +169,7 @@ const std::vector<Legend_item> legend{
 };
 
 void write_bar(std::ostream& out, int rssi, Reception reception, std::string_view attributes) {
-  const int percent = (std::clamp(rssi, 0, scale_end) * 100 + scale_end / 2) / scale_end;
+  const int percent = (std::clamp(rssi, 0, signal_scale_end) * 100 + signal_scale_end / 2) / signal_scale_end;
   out << "<svg class=\"bar " << text_of(reception).style << "\" " << attributes
       << "><rect class=\"track\" width=\"100%\" height=\"100%\"/><rect class=\"level\" width=\"" << percent
       << "%\" height=\"100%\"/>";
@@ -185,8 +181,8 @@ void write_scale(std::ostream& out, std::string_view attributes) {
   out << "<svg class=\"scale\" " << attributes << ">";
   for (const int percent : {0, 50, 100}) {
     const std::string_view anchor = percent == 0 ? "start" : percent == 100 ? "end" : "middle";
-    out << "<text x=\"" << percent << "%\" y=\"10\" text-anchor=\"" << anchor << "\">" << scale_end * percent / 100
-        << "</text>";
+    out << "<text x=\"" << percent << "%\" y=\"10\" text-anchor=\"" << anchor << "\">"
+        << signal_scale_end * percent / 100 << "</text>";
   }
   out << "</svg>";
 }

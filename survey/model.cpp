@@ -27,6 +27,11 @@ Reception reception(const Entry& entry) {
   return entry.snr < good_snr ? Reception::fair : Reception::good;
 }
 
+bool has_signal(const Row& row) {
+  return std::ranges::any_of(
+      row.cells, [](const Entry* cell) { return cell != nullptr && reception(*cell) != Reception::no_signal; });
+}
+
 std::vector<Row> rows(const std::vector<Scan>& scans) {
   std::map<uint32_t, Row> by_frequency;
   for (size_t i = 0; i < scans.size(); ++i)

@@ -80,6 +80,9 @@ struct Row {
                                     ///< RSSI; the first of equals. Empty if none receives an ensemble.
 };
 
+/// Whether there is a signal in any of the cells.
+bool has_signal(const Row& row);
+
 /// One row per frequency that occurs in `scans`, ascending.
 std::vector<Row> rows(const std::vector<Scan>& scans);
 

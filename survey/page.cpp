@@ -165,7 +165,7 @@ class Page {
     out_ << "<ul class=\"legend muted\">\n";
     for (const auto& item : legend) {
       out_ << "<li>";
-      write_bar(out_, 80, item.reception, hidden);
+      write_bar(out_, signal_scale_end, item.reception, hidden);
       out_ << item.text << "</li>\n";
     }
     if (several()) {
@@ -178,15 +178,17 @@ class Page {
 
   /// The stations of the block of `first`; returns the first of the next block.
   Position block(Position first) {
-    const Entry& entry = *first->entry;
-    out_ << "<section>\n<h3 id=\"f" << entry.frequency << "\">" << block_title(entry.frequency) << " <span>"
-         << megahertz(entry.frequency) << " MHz, index " << entry.index;
-    if (several()) out_ << ", best at place " << first->best + 1;
+    const uint32_t frequency = first->entry->frequency;
+    const auto row = std::ranges::find(chart_.rows, frequency, &Row::frequency);
+    const size_t best = row != chart_.rows.end() && row->best ? *row->best : first->best;
+    const Entry& entry = best == first->best ? *first->entry : *row->cells[best];
+    out_ << "<section>\n<h3 id=\"f" << frequency << "\">" << block_title(frequency) << " <span>" << megahertz(frequency)
+         << " MHz, index " << entry.index;
+    if (several()) out_ << ", best at place " << best + 1;
     out_ << ": " << entry.rssi << " dBµV, SNR " << entry.snr << " dB, FIC quality " << entry.fic_quality
          << "</span></h3>\n<ul class=\"stations\">\n";
     auto station = first;
-    for (; station != stations_.end() && station->entry->frequency == entry.frequency; ++station)
-      write_station(*station);
+    for (; station != stations_.end() && station->entry->frequency == frequency; ++station) write_station(*station);
     out_ << "</ul>\n</section>\n";
     return station;
   }

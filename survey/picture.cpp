@@ -176,7 +176,7 @@ class Picture {
     for (size_t i = 0; i < legend.size(); ++i) {
       const size_t x = margin + i / lines * legend_width;
       y_ = top + (i % lines + 1) * (row_height - 4);
-      write_bar(body_, 80, legend[i].reception, box(x, y_ - bar_height + 1, 32, bar_height));
+      write_bar(body_, signal_scale_end, legend[i].reception, box(x, y_ - bar_height + 1, 32, bar_height));
       text(x + 42, "muted", std::string(legend[i].text));
     }
     body_ << "</g>\n";

@@ -70,11 +70,6 @@ class Table {
   size_t bar_;
 };
 
-bool silent(const Row& row) {
-  return std::ranges::none_of(
-      row.cells, [](const Entry* cell) { return cell != nullptr && reception(*cell) != Reception::no_signal; });
-}
-
 std::string title(const Row& row) {
   const std::string_view block = block_name(row.frequency);
   return block.empty() ? std::to_string(row.frequency) + " kHz" : std::string(block);
@@ -119,11 +114,11 @@ void write_table(std::ostream& out, const std::vector<Scan>& scans, const Termin
     Table table(out, terminal, bar_width);
     table.head(first, end);
     for (const Row& row : all)
-      if (!silent(row)) table.row(row, first, end);
+      if (has_signal(row)) table.row(row, first, end);
   }
   std::string quiet;
   for (const Row& row : all)
-    if (silent(row)) quiet += (quiet.empty() ? "" : " ") + title(row);
+    if (!has_signal(row)) quiet += (quiet.empty() ? "" : " ") + title(row);
   out << '\n';
   if (!quiet.empty()) write_wrapped(out, "No signal: " + quiet, terminal);
   write_wrapped(out,

@@ -30,33 +30,40 @@ Scan scan(const std::string& city, std::vector<Entry> entries) {
   return result;
 }
 
-// A strong ensemble at both places, one too weak at the second; a signal that is not DAB where the first did not scan.
+// A strong ensemble at both places, one that is too weak at the second, where its services came through; a signal that
+// is not DAB where the first did not scan. In 12C the first place has a service more than the second, without a
+// programme type.
 std::vector<Scan> two_places() {
-  Entry weak{1, 176640, -3, 4, 20, true, true};
+  Entry longer = ensemble(33, 227360, 30, 7, "Nova");
+  longer.services.insert(longer.services.begin(), Service{.id = 1, .label = "Solo", .components = {{.id = 9}}});
+  Entry weak{1, 176640, -3, 4, 20, true, true, ensemble(1, 0, 0, 0, "Aurora").services};
   Entry other{3, 180064, 90, 2, 0, false, false};
-  return {scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"),
-                        {2, 178352, 5, 0, 0, false, false},
-                        ensemble(33, 227360, 30, 7, "Nova")}),
+  return {scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"), {2, 178352, 5, 0, 0, false, false}, longer}),
           scan("Cellar", {weak, {2, 178352, 6, 0, 0, false, false}, other, ensemble(33, 227360, 20, 8, "Nova")})};
 }
 
-TEST(SurveyPage, ReadsAsTextInTheOrderOfBlocksAndPlaces) {
-  std::string text = written(write_page, two_places());
+/// The text of a page without its elements.
+std::string page_text(const std::vector<Scan>& scans) {
+  std::string text = written(write_page, scans);
   text = std::regex_replace(text.substr(text.find("</head>")), std::regex("<[^>]*>"), "|");
   text = std::regex_replace(text, std::regex("[|\n]*\n[|\n]*"), "\n");
-  EXPECT_EQ(std::regex_replace(text, std::regex("[|]+"), "|"), R"(
+  return std::regex_replace(text, std::regex("[|]+"), "|");
+}
+
+TEST(SurveyPage, ReadsAsTextInTheOrderOfBlocksAndPlaces) {
+  EXPECT_EQ(page_text(two_places()), R"(
 DAB reception at 2 places
 Signal strength in dBµV, quality of reception and number of services of each block
-1 Roof|2026-03-07 09:05 UTC|2 ensembles, 2 services|best for 1 block|0|40|80|dBµV|services
-2 Cellar|2026-03-07 09:05 UTC|1 ensemble, 1 service|best for 1 block|0|40|80|dBµV|services
+1 Roof|2026-03-07 09:05 UTC|2 ensembles, 3 services|best for 1 block|0|40|80|dBµV|services
+2 Cellar|2026-03-07 09:05 UTC|1 ensemble, 2 services|best for 1 block|0|40|80|dBµV|services
 5B| |176.640
 40 dBµV, received well, 1 service, best place|40|1
--3 dBµV, too weak to decode|-3
+-3 dBµV, too weak to decode, 1 service|-3|1
 5D |180.064
 not scanned
 90 dBµV, a signal that is not DAB|90
 12C| |227.360
-30 dBµV, received poorly, 1 service|30|1
+30 dBµV, received poorly, 2 services|30|2
 20 dBµV, received fairly, 1 service, best place|20|1
 No signal: 5C.
 no signal
@@ -68,9 +75,26 @@ SNR 16 dB and more
 the place where the block is received best
 Stations
 5B |176.640 MHz, index 1, best at place 1: 40 dBµV, SNR 21 dB, FIC quality 100
-Aurora| |Pop music · at 1|kelvo -f 1 -e 17333 -c 12 -p
+Aurora| |Pop music · at 1, 2|kelvo -f 1 -e 17333 -c 12 -p
 12C |227.360 MHz, index 33, best at place 2: 20 dBµV, SNR 8 dB, FIC quality 100
+Solo| |at 1|kelvo -f 33 -e 1 -c 9 -p
 Nova| |Pop music · at 1, 2|kelvo -f 33 -e 17333 -c 12 -p
+)");
+}
+
+TEST(SurveyPage, OnePlaceHasNoOtherToCompareWith) {
+  const std::string text = page_text({scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora")})});
+  EXPECT_EQ(text.substr(0, text.find("no signal")), R"(
+DAB reception at Roof
+Signal strength in dBµV, quality of reception and number of services of each block
+Roof|2026-03-07 09:05 UTC|1 ensemble, 1 service|0|40|80|dBµV|services
+5B| |176.640
+40 dBµV, received well, 1 service|40|1
+)");
+  EXPECT_EQ(text.substr(text.find("SNR 16")), R"(SNR 16 dB and more
+Stations
+5B |176.640 MHz, index 1: 40 dBµV, SNR 21 dB, FIC quality 100
+Aurora| |Pop music|kelvo -f 1 -e 17333 -c 12 -p
 )");
 }
 
