@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "trace/totals.h"
+#include "trace/trace.h"
+
+namespace kernel {
+
+/// The trace of a run: what the program does to the board, at the times of the monotonic clock since its start. Without
+/// a file nothing is written and no time is read.
+class Board_trace {
+ public:
+  /// Replaces the file at `path`; empty: no trace. Ends the program if the file cannot be written.
+  explicit Board_trace(const std::string& path);
+  Board_trace(const Board_trace&) = delete;
+  Board_trace& operator=(const Board_trace&) = delete;
+  ~Board_trace();  ///< writes the totals
+
+  /// Around each transaction: before it, then with what was received.
+  void begin(const uint8_t* sent, uint32_t length);
+  void end(const uint8_t* received);
+  void wait(trace::Time span);
+  void pin(unsigned number, bool high);
+
+ private:
+  trace::Time now() const;
+
+  std::string path_;
+  std::ofstream file_;
+  trace::Trace trace_{file_};
+  trace::Totals totals_;
+  trace::Time start_of_run_{};
+  trace::Time start_of_transaction_{};
+  std::vector<uint8_t> sent_;
+};
+
+}  // namespace kernel

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <sys/ioctl.h>
+
+#include <cerrno>
+#include <string>
+
+namespace kernel {
+
+/// Opens /dev/null in place of each standard stream that the program was started without. A device must never get the
+/// number of one: what the program prints would go to the chip.
+void fill_standard_streams();
+
+/// An open device file, or none. It is closed with the object.
+class Device_file {
+ public:
+  Device_file() = default;
+  /// Takes over a descriptor that an ioctl returned.
+  explicit Device_file(int descriptor) : descriptor_(descriptor) {}
+  Device_file(Device_file&& other) noexcept : descriptor_(other.descriptor_) { other.descriptor_ = -1; }
+  Device_file& operator=(Device_file&& other) noexcept;
+  ~Device_file() { close(); }
+
+  /// @return 0 or an error number
+  int open(const std::string& path);
+  void close();
+  bool is_open() const { return descriptor_ >= 0; }
+
+  /// One ioctl, repeated when a signal interrupts it. @return 0 or an error number
+  template <typename Argument>
+  int control(unsigned long request, Argument& argument) const {
+    while (ioctl(descriptor_, request, &argument) < 0)
+      if (errno != EINTR) return errno;
+    return 0;
+  }
+
+ private:
+  int descriptor_ = -1;
+};
+
+}  // namespace kernel

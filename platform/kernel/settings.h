@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/kernel/gpio_line.h"
+
+namespace kernel {
+
+/// What the environment variables choose. An empty variable counts as not set.
+struct Settings {
+  std::optional<Line_place> reset;  ///< KELVO_RESET, as in "gpiochip1:17"; nothing: the pin that the driver names
+  std::string trace;                ///< KELVO_TRACE, the file for the trace; empty: none
+};
+
+/// Ends the program when a line cannot be meant or does not exist. The line itself is not touched.
+Settings read_settings();
+
+}  // namespace kernel
