@@ -31,7 +31,8 @@ enum spi_peer_state {
 	SPI_PEER_ANSWERED,
 };
 
-static DEFINE_MUTEX(lock);	/* everything below, but to wait for a state */
+/* For everything below, except that a wait reads the state without it. */
+static DEFINE_MUTEX(lock);
 static DECLARE_WAIT_QUEUE_HEAD(changed);
 static enum spi_peer_state state;
 static bool connected;
@@ -119,7 +120,6 @@ static const struct file_operations spi_peer_operations = {
 	.read = spi_peer_read,
 	.write = spi_peer_write,
 	.poll = spi_peer_poll,
-	.llseek = no_llseek,
 };
 
 static struct miscdevice spi_peer_device = {
@@ -217,7 +217,8 @@ static int __init spi_peer_init(void)
 	parent = platform_device_register_simple("spi-peer", -1, NULL, 0);
 	if (IS_ERR(parent))
 		return PTR_ERR(parent);
-	host = spi_alloc_master(&parent->dev, 0);
+	/* its names for the roles changed after Linux 6.1; this one stayed */
+	host = __spi_alloc_controller(&parent->dev, 0, false);
 	if (!host)
 		return -ENOMEM;
 	host->bus_num = 0;

@@ -3,6 +3,8 @@
 
 #include <linux/types.h>
 
+/* clang-format off: a kernel's header */
+
 /* What a read of /dev/spi-peer gives first; the bytes sent follow. */
 struct spi_peer_message {
 	__u32 length;	/* bytes in all transfers of the message */
