@@ -3,7 +3,7 @@
 
 #include <linux/types.h>
 
-/* clang-format off: a kernel's header */
+/* clang-format off */
 
 /* What a read of /dev/spi-peer gives first; the bytes sent follow. */
 struct spi_peer_message {

@@ -2,9 +2,9 @@
 //
 // kelvo-spi-peer LINE COMMAND [ARGUMENT...]
 //
-// The simulated board at the end of a real kernel's SPI bus, where spi-peer.c is the controller: runs COMMAND and, until
-// it ends, gives the chip the bytes of every message and the level of the reset line, which the kernel's simulated GPIO
-// controller shows in the file LINE. The exit status is COMMAND's.
+// The simulated board at the end of a real kernel's SPI bus, where spi-peer.c is the controller: runs COMMAND and,
+// until it ends, gives the chip the bytes of every message and the level of the reset line, which the kernel's
+// simulated GPIO controller shows in the file LINE. The exit status is COMMAND's.
 #include <bcm2835.h>
 #include <fcntl.h>
 #include <linux/spi/spi.h>
