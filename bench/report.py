@@ -142,7 +142,7 @@ def head():
 def bus():
     section("## Bus", """
         On the simulated board's clock, with a chip that is always ready, at 7.8125 MHz (1.024 µs a byte). *Least* is
-        computed from the bytes of the commands and replies, one look for clear-to-send each, and the fixed waits alone;
+        computed from the bytes of the commands and replies, one poll for clear-to-send each, and the fixed waits alone;
         where the chip's own time is polled for, with the times of the simulated chip (a tune 180 ms with a signal and
         250 ms without, a service list 450 ms later). The ensembles of the scans carry 20 services of one component. The
         test `Bus.CostsNoMoreThanFixedBytesAndWaits` holds every row to it.""")

@@ -26,12 +26,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (uint8_t j = 0; found && j <= service.NumberComponents; ++j) {
       auto component = used<Si468x_DAB_component>();
       const bool there = component.get_component(&service, j) == 0;
-      require(there == (j < service.NumberComponents), "a service has the components that it says");
+      require(there == (j < service.NumberComponents), "a service has as many components as it counts");
       require(there || untouched(component), "and another leaves the record alone");
     }
   }
 
-  // Labels stand in the JSON as the chip's bytes. Blanked, the rest is well formed whatever the chip sent.
+  // Labels are in the JSON as the chip's bytes. Blanked, the rest is well formed whatever the chip sent.
   if (list.num_services > telling) return 0;
   std::stringstream json;
   list.json_print_data(json);
@@ -40,6 +40,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (size_t at = 0; (at = text.find(label, at)) != text.npos; at += label_length, ++labels)
     text.replace(at += label.size(), label_length, label_length, ' ');
   require(nlohmann::json::accept(text), "the list is well-formed JSON");
-  require(labels == list.num_services, "with as many services as it says");
+  require(labels == list.num_services, "with as many services as it counts");
   return 0;
 }

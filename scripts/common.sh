@@ -21,7 +21,7 @@ for folder in . build build-*; do
   fi
 done
 
-# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that tells how.
+# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that names the command.
 # NAME:ARCHITECTURE is a package of another processor.
 install() {
   missing=""

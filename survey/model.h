@@ -71,10 +71,10 @@ std::string_view block_name(uint32_t frequency);
 
 /// One row of the comparison: a frequency, and what each scan received there.
 struct Row {
-  uint32_t frequency = 0;             ///< kHz
-  std::vector<const Entry*> cells;    ///< one per scan, null where a scan has no such entry; point into the scans
-  std::optional<size_t> best;         ///< the scan that receives it best: highest reception, then FIC quality, SNR,
-                                      ///< RSSI; the first of equals. Empty if none receives an ensemble.
+  uint32_t frequency = 0;           ///< kHz
+  std::vector<const Entry*> cells;  ///< one per scan, null where a scan has no such entry; point into the scans
+  std::optional<size_t> best;       ///< the scan that receives it best: highest reception, then FIC quality, SNR,
+                                    ///< RSSI; the first of equals. Empty if none receives an ensemble.
 };
 
 /// One row per frequency that occurs in `scans`, ascending.
@@ -88,7 +88,8 @@ struct Station {
   std::vector<size_t> received;      ///< the scans that have it, ascending
 };
 
-/// One station per service and frequency, ordered by frequency, then by the chip's order of services. Point into `scans`.
+/// One station per service and frequency, ordered by frequency, then by the chip's order of services. Point into
+/// `scans`.
 std::vector<Station> stations(const std::vector<Scan>& scans);
 
 /// Heading of a scan: street, floor and city where answered; its file's name otherwise. UTF-8, unescaped.

@@ -23,7 +23,7 @@ struct Transaction {
   Bytes received;            ///< by the host, as many as it sent
 };
 
-/// Is told what happens on a receiver board, real or simulated. Each call is made after the event; `now` is the
+/// Is called with what happens on a receiver board, real or simulated. Each call is made after the event; `now` is the
 /// board's time. A real board reports transactions, waits and pins only.
 class Observer {
  public:

@@ -36,12 +36,12 @@ std::optional<Line_place> parse_line(std::string_view text) {
 }
 
 // A controller that the user may not open is reported when its line is driven: many runs drive none.
-void check(const std::string& setting, const Line_place& place) {
+void check(const Line_place& place) {
   gpiochip_info info{};
   const int error = read_controller(place.controller, info);
-  if (error != 0 && error != EACCES) refuse(setting + ": " + place.controller + ": " + reason(error));
+  if (error != 0 && error != EACCES) refuse("KELVO_RESET: " + place.controller + ": " + reason(error));
   if (error == 0 && place.offset >= info.lines)
-    refuse(setting + ": " + place.controller + " has lines 0 to " + std::to_string(int64_t{info.lines} - 1) + " only");
+    refuse("KELVO_RESET: " + place.controller + " has lines 0 to " + std::to_string(int64_t{info.lines} - 1) + " only");
 }
 
 }  // namespace
@@ -50,10 +50,9 @@ Settings read_settings() {
   Settings settings;
   settings.trace = variable("KELVO_TRACE");
   if (const std::string reset = variable("KELVO_RESET"); !reset.empty()) {
-    const std::string setting = "KELVO_RESET=" + reset;
     settings.reset = parse_line(reset);
-    if (!settings.reset) refuse(setting + ": not a controller and a line, as in gpiochip1:17");
-    check(setting, *settings.reset);
+    if (!settings.reset) refuse("KELVO_RESET: not a controller and a line, as in gpiochip1:17");
+    check(*settings.reset);
   }
   return settings;
 }

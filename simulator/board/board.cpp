@@ -93,6 +93,22 @@ void Board::write_pin(unsigned number, bool level) {
   if (number == reset_pin) chip_.set_reset_line(reset_line());
 }
 
+void Board::drive_pin(unsigned number, bool level) {
+  if (!valid_pin(number, "pin driven")) return;
+  Pin_state& pin = pins_[number];
+  pin.level = level;
+  if (pin.function != BCM2835_GPIO_FSEL_OUTP) set_pin_function(number, BCM2835_GPIO_FSEL_OUTP);
+  write_pin(number, level);
+}
+
+void Board::start_drivers() {
+  open_ = true;
+  wire_.set_mapped(true);
+  wire_.set_running(true);
+  for (unsigned number = first_spi_pin; number <= last_spi_pin; ++number)
+    pins_[number].function = BCM2835_GPIO_FSEL_ALT0;
+}
+
 bool Board::pin(unsigned number) const {
   const Pin_state& pin = pins_.at(number);
   return pin.function == BCM2835_GPIO_FSEL_OUTP ? pin.level : pin.pull == BCM2835_GPIO_PUD_UP;

@@ -44,11 +44,11 @@ class Board {
   void clear_record() { recorder_.clear(); }
   /// Off: bytes and waits are not kept; mistakes, refusals and totals always are.
   void set_recording(bool on) { recorder_.set_keeping(on); }
-  /// `observer` is told everything from now on; it belongs to the caller and must outlive the board or be removed.
+  /// From now on `observer` is called on every event; it belongs to the caller and must outlive the board or be removed.
   void add_observer(trace::Observer& observer) { observers_.add(observer); }
   void remove_observer(trace::Observer& observer) { observers_.remove(observer); }
 
-  // How things stand -------------------------------------------------------------------------------------------------
+  // State ------------------------------------------------------------------------------------------------------------
 
   Time now() const { return clock_.now(); }
   bool chip_select_active() const { return controller_.transfer_active(); }
@@ -71,7 +71,7 @@ class Board {
   void set_realtime(bool on) { clock_.set_realtime(on); }
   void set_receive_delay(unsigned reads) { controller_.set_receive_delay(reads); }
 
-  // The host's side, for the bcm2835 functions -----------------------------------------------------------------------
+  // The host's side, for the bcm2835 functions or a kernel -----------------------------------------------------------
 
   bool open();  ///< maps the registers
   void close();
@@ -81,7 +81,11 @@ class Board {
   void set_pin_function(unsigned number, unsigned function);
   void set_pin_pull(unsigned number, unsigned pull);
   void write_pin(unsigned number, bool level);
-  /// One register of SPI0, by its byte offset. @throws Hang when the host reads on and on and nothing moves.
+  /// Makes the pin an output that begins with this level.
+  void drive_pin(unsigned number, bool level);
+  /// From now on as a kernel's drivers leave the board before any program starts: SPI0 runs and has its pins.
+  void start_drivers();
+  /// One register of SPI0, by its byte offset. @throws Hang when the host keeps reading and no byte moves.
   uint32_t read_register(uint32_t offset);
   void write_register(uint32_t offset, uint32_t value);
   void wait(Time span);
@@ -105,7 +109,7 @@ class Board {
 };
 
 /// The board that the bcm2835 functions act on from now on; it stays the caller's. Null: the environment's board, which
-/// is made when it is first needed (broadcast, state and trace as the KELVO_SIM_ variables say).
+/// is made when it is first needed (broadcast, state and trace from the KELVO_SIM_ variables).
 void use_board(Board* board);
 Board& current_board();
 

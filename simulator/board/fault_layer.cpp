@@ -63,7 +63,7 @@ uint8_t Fault_layer::distort(uint8_t received) {
   }
 }
 
-// The chip carries a command out when chip select goes high; what the command did is taken back behind its back.
+// The chip carries out a command when chip select goes high; then the layer undoes what a fault prevents.
 void Fault_layer::deselect() {
   const bool is_command = position_ != 0 && opcode_ != trace::rd_reply_opcode;
   if (is_command && faults_.property_not_kept()) {

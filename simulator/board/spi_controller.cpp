@@ -11,7 +11,7 @@ namespace {
 constexpr uint32_t status_mask =
     BCM2835_SPI0_CS_RXF | BCM2835_SPI0_CS_RXR | BCM2835_SPI0_CS_TXD | BCM2835_SPI0_CS_RXD | BCM2835_SPI0_CS_DONE;
 constexpr size_t needs_reading = 12;        // RXR: the receive FIFO is three quarters full
-constexpr unsigned longest_idle = 100'000;  // no honest loop reads so often between two bytes
+constexpr unsigned longest_idle = 100'000;  // a correct program never reads so often between two bytes
 
 }  // namespace
 

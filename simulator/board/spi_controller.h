@@ -11,7 +11,7 @@
 
 namespace sim {
 
-/// Thrown when the host reads registers on and on although nothing moves and no time passes: on a real board it would
+/// Thrown when the host keeps reading registers although no byte moves and no time passes: on a real board it would
 /// wait for ever.
 class Hang : public std::runtime_error {
  public:
@@ -48,7 +48,7 @@ class Spi_controller {
   uint32_t read(uint32_t offset);
   void write(uint32_t offset, uint32_t value);
   bool transfer_active() const;
-  /// Time has passed: whoever reads in a loop with waits does not hang.
+  /// Time has passed: a program that polls with waits does not hang.
   void time_passed() { idle_reads_ = 0; }
   /// A byte received shows in the flags (RXD) only after CS was read so many times; 0 at power-on.
   void set_receive_delay(unsigned reads) { receive_delay_ = reads; }

@@ -13,7 +13,7 @@ constexpr uint32_t core_hz = 250'000'000;
 constexpr Time core_cycle = std::chrono::nanoseconds(4);
 constexpr uint32_t fastest_hz = 30'000'000;  // the chip's limit for SPI
 
-// The divider's 0 stands for 65536; odd values are rounded down.
+// A divider of 0 means 65536; odd values are rounded down.
 uint32_t effective_divider(uint32_t divider) { return divider < 2 ? 65536 : divider & ~1U; }
 
 }  // namespace

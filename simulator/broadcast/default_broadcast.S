@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The built-in broadcast file as it stands; the build passes its path.
+// The built-in broadcast file, unchanged; the build passes its path.
   .section .rodata
   .global kelvo_default_broadcast
   .type kelvo_default_broadcast, %object

@@ -17,7 +17,7 @@ namespace sim {
 
 /// The receiver chip as an SPI slave: it sees the chip-select edges and gives one byte for one byte. It is strict: what
 /// it does not know or its state forbids is refused with ERR_CMD, a command that comes before clear-to-send is dropped
-/// with CMDOFERR, and both leave a line in the log.
+/// with CMDOFERR, and both are reported to the observer.
 class Chip {
  public:
   Chip(const Broadcast& air, const Clock& clock, trace::Observer& observer);

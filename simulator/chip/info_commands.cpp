@@ -9,7 +9,7 @@ constexpr unsigned mask_revision = 2;
 constexpr unsigned rom_id = 5;
 constexpr unsigned part_number = 4684;
 
-// What each application image says about itself.
+// What each application image reports about itself.
 struct Image_info {
   unsigned number;  // as GET_SYS_STATE reports it
   unsigned major, minor, build;

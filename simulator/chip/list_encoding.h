@@ -11,7 +11,7 @@ namespace sim {
 /// A service list as the chip hands it out, from SIZE on.
 std::vector<uint8_t> encode_list(const Service_list& list);
 
-/// What the chip says about a component, from its global id on.
+/// What the chip reports about a component, from its global id on.
 std::vector<uint8_t> encode_component_info(const Component& component);
 
 }  // namespace sim

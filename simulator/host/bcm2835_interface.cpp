@@ -8,6 +8,7 @@
 #include <chrono>
 
 #include "simulator/board/board.h"
+#include "simulator/host/spi_registers.h"
 
 namespace {
 
@@ -16,12 +17,6 @@ uint32_t spi0_addresses[8];
 
 uint32_t offset_of(const volatile uint32_t* address) {
   return static_cast<uint32_t>((address - spi0_addresses) * static_cast<ptrdiff_t>(sizeof(uint32_t)));
-}
-
-void set_cs_bits(uint32_t value, uint32_t mask) {
-  sim::Board& board = sim::current_board();
-  const uint32_t cs = board.read_register(BCM2835_SPI0_CS);
-  board.write_register(BCM2835_SPI0_CS, (cs & ~mask) | (value & mask));
 }
 
 }  // namespace
@@ -60,34 +55,25 @@ void bcm2835_spi_setBitOrder(uint8_t order) {
 }
 
 void bcm2835_spi_setDataMode(uint8_t mode) {
-  set_cs_bits(static_cast<uint32_t>(mode) << 2, BCM2835_SPI0_CS_CPOL | BCM2835_SPI0_CS_CPHA);
+  sim::set_cs_bits(static_cast<uint32_t>(mode) << 2, BCM2835_SPI0_CS_CPOL | BCM2835_SPI0_CS_CPHA);
 }
 
 void bcm2835_spi_setClockDivider(uint16_t divider) { sim::current_board().write_register(BCM2835_SPI0_CLK, divider); }
 
-void bcm2835_spi_chipSelect(uint8_t cs) { set_cs_bits(cs, BCM2835_SPI0_CS_CS); }
+void bcm2835_spi_chipSelect(uint8_t cs) { sim::set_cs_bits(cs, BCM2835_SPI0_CS_CS); }
 
 void bcm2835_spi_setChipSelectPolarity(uint8_t cs, uint8_t active) {
   const unsigned shift = 21U + (cs & 3U);  // CSPOL0 to CSPOL2
-  set_cs_bits(static_cast<uint32_t>(active) << shift, 1U << shift);
+  sim::set_cs_bits(static_cast<uint32_t>(active) << shift, 1U << shift);
 }
 
-// Polled: keeps both FIFOs moving until every byte has been sent and its answer received.
 void bcm2835_spi_transfern(char* buf, uint32_t len) {
-  sim::Board& board = sim::current_board();
-  set_cs_bits(BCM2835_SPI0_CS_CLEAR, BCM2835_SPI0_CS_CLEAR);
-  set_cs_bits(BCM2835_SPI0_CS_TA, BCM2835_SPI0_CS_TA);
-  uint32_t sent = 0;
-  uint32_t received = 0;
-  while (sent < len || received < len) {
-    while (sent < len && (board.read_register(BCM2835_SPI0_CS) & BCM2835_SPI0_CS_TXD) != 0)
-      board.write_register(BCM2835_SPI0_FIFO, static_cast<uint8_t>(buf[sent++]));
-    while (received < len && (board.read_register(BCM2835_SPI0_CS) & BCM2835_SPI0_CS_RXD) != 0)
-      buf[received++] = static_cast<char>(board.read_register(BCM2835_SPI0_FIFO));
+  auto* const bytes = reinterpret_cast<uint8_t*>(buf);
+  sim::open_transaction();
+  sim::move_bytes(bytes, bytes, len);
+  while (!sim::transfer_done()) {
   }
-  while ((board.read_register(BCM2835_SPI0_CS) & BCM2835_SPI0_CS_DONE) == 0) {
-  }
-  set_cs_bits(0, BCM2835_SPI0_CS_TA);
+  sim::close_transaction();
 }
 
 void bcm2835_delay(unsigned int millis) { sim::current_board().wait(std::chrono::milliseconds(millis)); }

@@ -84,7 +84,7 @@ std::string state_path() {
   return (directory / "board.json").string();
 }
 
-// The board of the program, and what its user is told on standard error.
+// The board of the program, and its messages on standard error.
 class Environment : public trace::Observer {
  public:
   explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), complain) {

@@ -5,8 +5,8 @@
 
 namespace sim {
 
-/// The board of a program that did not choose one. It is made on the first call, as the variables of
-/// simulator/host/variables.h say, and its state is written when the program ends.
+/// The board of a program that did not choose one. It is made on the first call, from the variables in
+/// simulator/host/variables.h, and its state is written when the program ends.
 Board& environment_board();
 
 }  // namespace sim

@@ -109,7 +109,7 @@ void State_keeper::set_aside(const std::string& fault) {
     const std::string suffix = number == 1 ? ".bad" : ".bad." + std::to_string(number);
     const std::string kept = target_ + suffix;
     if (renameat2(AT_FDCWD, target_.c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
-      return complain_(one_line(fault + "; the file is kept as " + kept));
+      return complain_(one_line(std::string(fault).append("; the file is kept as ").append(kept)));
     if (errno != EEXIST) break;
   }
   keeping_ = false;

@@ -13,7 +13,7 @@ namespace sim {
 namespace {
 
 constexpr std::string_view prefix = "KELVO_SIM_";
-constexpr std::string_view known[] = {"BROADCAST", "FAULTS", "REALTIME", "STATE", "TRACE", "TRACE_BYTES"};
+constexpr std::string_view known[] = {"BROADCAST", "FAULTS", "KERNEL", "REALTIME", "STATE", "TRACE", "TRACE_BYTES"};
 
 }  // namespace
 

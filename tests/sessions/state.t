@@ -128,7 +128,7 @@ Of two runs at once that each change one thing, neither change is lost. Their lo
   $ ls board.json*
   board.json
 
-A run that waits for another one says so.
+A run that waits for another one prints a line.
 
   $ flock board.json.lock sleep 2 & until [ -e board.json.lock ]; do sleep 0.01; done; boot
   kelvo-sim: board.json: waiting for another run that uses this file

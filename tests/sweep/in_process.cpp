@@ -56,13 +56,14 @@ extern "C" {
 
 }  // extern "C"
 
-void* operator new(size_t size) {
+// Not inlined: g++ 14 takes a free() that it sees in the place of a delete for a mistake.
+[[gnu::noinline]] void* operator new(size_t size) {
   void* const memory = ++allocations > allocations_allowed ? nullptr : std::malloc(size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t /*size*/) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, size_t /*size*/) noexcept { std::free(memory); }
 
 void take_standard_streams(const std::string& answers) {
   const int input = memfd_create("answers", 0);

@@ -24,7 +24,7 @@
 #include <vector>
 
 #include "simulator/board/board.h"
-#include "simulator/kernel/spi-peer.h"
+#include "simulator/peer/spi-peer.h"
 
 namespace {
 

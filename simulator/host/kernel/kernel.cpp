@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/host/kernel/kernel.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include "simulator/board/board.h"
+
+namespace sim {
+
+namespace {
+
+constexpr const char* spi_device = "/dev/spidev0.0";
+const std::string controller_prefix = "/dev/gpiochip";
+
+// Never destroyed: a program may end in the middle of a call.
+Kernel* kernel = nullptr;
+
+}  // namespace
+
+// A Raspberry Pi has further controllers, of lines that are not on its connector.
+Kernel::Kernel(const Kernel_settings& settings) : settings_(settings), spidev_(settings.bufsiz, settings.unbound) {
+  const auto path = [](uint32_t number) { return controller_prefix + std::to_string(number); };
+  Gpio_controller pins(settings.label, 54,
+                       {.to_board = true, .reset_line = settings.line, .keeps_levels = settings.persist == "Y"});
+  if (!settings.busy.empty()) pins.occupy(settings.line, settings.busy);
+  controllers_.emplace(path(settings.chip), std::move(pins));
+  if (settings.chip != 0) controllers_.emplace(path(0), Gpio_controller("brcmvirt-gpio", 2, {}));
+  controllers_.emplace(path(settings.chip + 1), Gpio_controller("raspberrypi-exp-gpio", 8, {}));
+}
+
+bool Kernel::is_device(const std::string& path) { return path == spi_device || path.starts_with(controller_prefix); }
+
+int Kernel::access(const std::string& path) const {
+  const Broadcast& air = current_board().air();
+  const bool is_spi = path == spi_device;
+  if (is_spi ? !air.spi_enabled : !controllers_.contains(path)) return ENOENT;
+  return !air.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
+}
+
+void Kernel::open(int descriptor, const std::string& path) {
+  const auto found = controllers_.find(path);
+  files_[descriptor] = {.controller = found != controllers_.end() ? &found->second : nullptr};
+  current_board().start_drivers();
+}
+
+int Kernel::control(int descriptor, unsigned long request, void* argument) {
+  const Open_file& file = files_.at(descriptor);
+  if (file.controller == nullptr) return spidev_.control(request, argument);
+  if (!file.is_line) return control_controller(*file.controller, request, argument);
+  if (request != GPIO_V2_LINE_SET_CONFIG_IOCTL) return -EINVAL;
+  return file.controller->configure_line(file.line, *static_cast<gpio_v2_line_config*>(argument));
+}
+
+int Kernel::control_controller(Gpio_controller& controller, unsigned long request, void* argument) {
+  if (request == GPIO_GET_CHIPINFO_IOCTL) {
+    controller.read_info(*static_cast<gpiochip_info*>(argument));
+    return 0;
+  }
+  if (request == GPIO_V2_GET_LINEINFO_IOCTL)
+    return controller.read_line_info(*static_cast<gpio_v2_line_info*>(argument));
+  if (request != GPIO_V2_GET_LINE_IOCTL) return -EINVAL;
+  auto& wanted = *static_cast<gpio_v2_line_request*>(argument);
+  const int descriptor = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+  Open_file& line = files_[descriptor];
+  if (const int error = controller.request_line(wanted); error != 0) {
+    ::close(descriptor);
+    return error;
+  }
+  line = {.controller = &controller, .is_line = true, .line = wanted.offsets[0]};
+  wanted.fd = descriptor;
+  return 0;
+}
+
+void Kernel::close(int descriptor) {
+  const auto found = files_.find(descriptor);
+  if (found->second.is_line) found->second.controller->release_line(found->second.line);
+  files_.erase(found);
+}
+
+void Kernel::close_all() {
+  while (!files_.empty()) close(files_.begin()->first);
+}
+
+std::string Kernel::parameter(const std::string& path) const {
+  const std::string module = settings_.label == "pinctrl-rp1" ? "pinctrl_rp1" : "pinctrl_bcm2835";
+  const bool is_there = path == "/sys/module/" + module + "/parameters/persist_gpio_outputs";
+  return is_there && settings_.persist != "none" ? settings_.persist + "\n" : "";
+}
+
+// The board is made first, so that its state is written after the lines were released.
+Kernel& current_kernel() {
+  if (kernel == nullptr) {
+    static_cast<void>(current_board());
+    kernel = new Kernel(read_kernel_settings());
+    std::atexit([] { kernel->close_all(); });
+  }
+  return *kernel;
+}
+
+// The board closes files as well while it is made.
+void close_in_kernel(int descriptor) {
+  if (kernel != nullptr && kernel->has_open(descriptor)) kernel->close(descriptor);
+}
+
+}  // namespace sim

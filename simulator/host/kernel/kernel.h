@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "simulator/host/kernel/gpio_controller.h"
+#include "simulator/host/kernel/kernel_settings.h"
+#include "simulator/host/kernel/spidev_driver.h"
+
+namespace sim {
+
+/// The device files of a kernel on a Raspberry Pi with the current board, and the files that a program has open.
+class Kernel {
+ public:
+  explicit Kernel(const Kernel_settings& settings);
+  Kernel(const Kernel&) = delete;
+  Kernel& operator=(const Kernel&) = delete;
+
+  /// @return whether the file is one of this kernel's, there or not
+  static bool is_device(const std::string& path);
+  /// 0 if the program may open the device file; otherwise an error number.
+  int access(const std::string& path) const;
+  /// From now on `descriptor` is this device file.
+  void open(int descriptor, const std::string& path);
+  bool has_open(int descriptor) const { return files_.contains(descriptor); }
+  /// @return as the kernel returns it: negative, an error number
+  int control(int descriptor, unsigned long request, void* argument);
+  void close(int descriptor);
+  void close_all();
+
+  /// The text of a module's parameter; empty: there is no such file.
+  std::string parameter(const std::string& path) const;
+  /// Whether a signal interrupts this call.
+  bool interrupts() { return settings_.interrupted != 0 && (++calls_ % 2) != 0; }
+
+ private:
+  struct Open_file {
+    Gpio_controller* controller = nullptr;  // null: the SPI device
+    bool is_line = false;
+    uint32_t line = 0;
+  };
+  int control_controller(Gpio_controller& controller, unsigned long request, void* argument);
+
+  Kernel_settings settings_;
+  Spidev_driver spidev_;
+  std::map<std::string, Gpio_controller> controllers_;  // by the path of the device file
+  std::map<int, Open_file> files_{};                    // by descriptor
+  unsigned calls_ = 0;
+};
+
+/// The kernel of the program, configured by its environment and made on the first call. At the end of the program it
+/// closes what is still open.
+Kernel& current_kernel();
+/// Closes one of its files; nothing for other descriptors.
+void close_in_kernel(int descriptor);
+
+}  // namespace sim

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/host/kernel/spidev_driver.h"
+
+#include <bcm2835.h>
+#include <linux/spi/spi.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include "simulator/board/board.h"
+#include "simulator/host/spi_registers.h"
+
+namespace sim {
+
+namespace {
+
+constexpr uint32_t core_hz = 250'000'000;
+constexpr uint32_t fastest_hz = 125'000'000;  // of the device, where a transfer names no speed
+constexpr uint32_t dma_alignment = 128;
+
+uint32_t aligned(uint32_t length) { return (length + dma_alignment - 1) / dma_alignment * dma_alignment; }
+
+// The largest speed that is not above the wanted one.
+uint16_t divider(uint32_t wanted_hz) {
+  const uint32_t exact = (core_hz + wanted_hz - 1) / wanted_hz;
+  return static_cast<uint16_t>(std::min(exact + exact % 2, uint32_t{65534}));
+}
+
+template <typename Pointer>
+Pointer user_memory(uint64_t address) {
+  return reinterpret_cast<Pointer>(static_cast<uintptr_t>(address));
+}
+
+}  // namespace
+
+int Spidev_driver::control(unsigned long request, void* argument) {
+  if (unbound_ != 0 && messages_ + 1 >= unbound_) return -ESHUTDOWN;
+  if (request == SPI_IOC_WR_MODE) {
+    std::memcpy(&mode_, argument, sizeof mode_);
+    return 0;
+  }
+  const uint32_t size = _IOC_SIZE(request);
+  if (_IOC_TYPE(request) != SPI_IOC_MAGIC || _IOC_NR(request) != 0 || _IOC_DIR(request) != _IOC_WRITE ||
+      size % sizeof(spi_ioc_transfer) != 0)
+    return -ENOTTY;
+  ++messages_;
+  return message(static_cast<const spi_ioc_transfer*>(argument), size / sizeof(spi_ioc_transfer));
+}
+
+// Each transfer takes room in the driver's two buffers with its length rounded up to what DMA needs.
+int Spidev_driver::check(const spi_ioc_transfer* transfers, uint32_t count) const {
+  uint64_t to_send = 0;
+  uint64_t to_receive = 0;
+  for (const spi_ioc_transfer* transfer = transfers; transfer != transfers + count; ++transfer) {
+    if (transfer->bits_per_word != 0 && transfer->bits_per_word != 8) return -EINVAL;
+    if (transfer->tx_buf != 0) to_send += aligned(transfer->len);
+    if (transfer->rx_buf != 0) to_receive += aligned(transfer->len);
+  }
+  return to_send > bufsiz_ || to_receive > bufsiz_ ? -EMSGSIZE : 0;
+}
+
+void Spidev_driver::set_up(const spi_ioc_transfer& transfer) const {
+  Board& board = current_board();
+  board.set_bit_order((mode_ & SPI_LSB_FIRST) == 0);
+  board.write_register(BCM2835_SPI0_CLK, divider(transfer.speed_hz == 0 ? fastest_hz : transfer.speed_hz));
+  uint32_t control = 0;
+  if ((mode_ & SPI_CPHA) != 0) control |= BCM2835_SPI0_CS_CPHA;
+  if ((mode_ & SPI_CPOL) != 0) control |= BCM2835_SPI0_CS_CPOL;
+  if ((mode_ & SPI_CS_HIGH) != 0) control |= BCM2835_SPI0_CS_CSPOL0;
+  set_cs_bits(control, BCM2835_SPI0_CS_CPHA | BCM2835_SPI0_CS_CPOL | BCM2835_SPI0_CS_CSPOL0);
+}
+
+// Chip select stays active from the first transfer to the last; `cs_change`, which some controllers do not honour, is
+// ignored.
+int Spidev_driver::message(const spi_ioc_transfer* transfers, uint32_t count) {
+  if (const int error = check(transfers, count); error != 0) return error;
+  if (count == 0) return 0;
+  set_up(transfers[0]);
+  open_transaction();
+  uint32_t total = 0;
+  for (const spi_ioc_transfer* transfer = transfers; transfer != transfers + count; ++transfer) {
+    std::vector<uint8_t> bytes(transfer->len);
+    const auto* const sent = user_memory<const uint8_t*>(transfer->tx_buf);
+    if (sent != nullptr) std::copy_n(sent, transfer->len, bytes.data());
+    move_bytes(bytes.data(), bytes.data(), transfer->len);
+    auto* const received = user_memory<uint8_t*>(transfer->rx_buf);
+    if (received != nullptr) std::copy_n(bytes.data(), transfer->len, received);
+    total += transfer->len;
+  }
+  const bool done = transfer_done();
+  close_transaction();
+  return done ? static_cast<int>(total) : -ETIMEDOUT;
+}
+
+}  // namespace sim

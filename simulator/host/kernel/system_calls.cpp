@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The system calls that platform/kernel makes. The linker leads every call of the program here (--wrap); those for
+// other files go on to the system. Time is the board's.
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <new>
+
+#include "simulator/board/board.h"
+#include "simulator/host/kernel/kernel.h"
+
+namespace {
+
+using Open = int(const char* path, int flags, ...);
+using Open_stream = FILE*(const char* path, const char* mode);
+
+int open_null() { return ::open("/dev/null", O_RDWR | O_CLOEXEC); }
+
+int open_device(const char* path) {
+  sim::Kernel& kernel = sim::current_kernel();
+  errno = kernel.access(path);
+  if (errno != 0) return -1;
+  const int descriptor = open_null();
+  if (descriptor >= 0) kernel.open(descriptor, path);
+  return descriptor;
+}
+
+int open_file(Open* real, const char* path, int flags, mode_t mode) {
+  return sim::Kernel::is_device(path) ? open_device(path) : real(path, flags, mode);
+}
+
+FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
+  if (sim::Kernel::is_device(path)) {
+    errno = sim::current_kernel().access(path);
+    return errno == 0 ? real("/dev/null", mode) : nullptr;
+  }
+  if (std::string(path).starts_with("/sys/module/")) {
+    static std::string text;  // as long as the stream
+    text = sim::current_kernel().parameter(path);
+    errno = ENOENT;
+    return text.empty() ? nullptr : fmemopen(text.data(), text.size(), mode);
+  }
+  return real(path, mode);
+}
+
+int control(int descriptor, unsigned long request, void* argument) {
+  sim::Kernel& kernel = sim::current_kernel();
+  if (!kernel.has_open(descriptor)) {
+    errno = EBADF;
+    return -1;
+  }
+  if (kernel.interrupts()) {
+    errno = EINTR;
+    return -1;
+  }
+  int result = 0;
+  try {  // callers need not expect that a system call throws
+    result = kernel.control(descriptor, request, argument);
+  } catch (const std::bad_alloc&) {
+    result = -ENOMEM;
+  }
+  if (result >= 0) return result;
+  errno = -result;
+  return -1;
+}
+
+int read_clock(timespec* time) {
+  const std::chrono::nanoseconds now = sim::current_board().now();
+  time->tv_sec = static_cast<time_t>(now.count() / 1'000'000'000);
+  time->tv_nsec = static_cast<decltype(time->tv_nsec)>(now.count() % 1'000'000'000);
+  return 0;
+}
+
+// Interrupted at once: all of the span is left.
+int sleep(const timespec* span, timespec* left) {
+  if (sim::current_kernel().interrupts()) {
+    *left = *span;
+    return EINTR;
+  }
+  sim::current_board().wait(std::chrono::seconds(span->tv_sec) + std::chrono::nanoseconds(span->tv_nsec));
+  return 0;
+}
+
+mode_t mode_argument(int flags, va_list arguments) { return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0; }
+
+}  // namespace
+
+extern "C" {
+
+// The linker gives these their meaning and so their names.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp)
+Open __real_open, __real_open64, __wrap_open, __wrap_open64;
+Open_stream __real_fopen, __real_fopen64, __wrap_fopen, __wrap_fopen64;
+int __real_close(int descriptor);
+int __wrap_close(int descriptor);
+int __wrap_ioctl(int descriptor, unsigned long request, ...);
+int __wrap___ioctl_time64(int descriptor, unsigned long request, ...);
+int __wrap_clock_gettime(clockid_t clock, timespec* time);
+int __wrap___clock_gettime64(clockid_t clock, timespec* time);
+int __wrap_clock_nanosleep(clockid_t clock, int flags, const timespec* span, timespec* left);
+int __wrap___clock_nanosleep_time64(clockid_t clock, int flags, const timespec* span, timespec* left);
+
+int __wrap_open(const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = mode_argument(flags, arguments);
+  va_end(arguments);
+  return open_file(__real_open, path, flags, mode);
+}
+
+int __wrap_open64(const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = mode_argument(flags, arguments);
+  va_end(arguments);
+  return open_file(__real_open64, path, flags, mode);
+}
+
+FILE* __wrap_fopen(const char* path, const char* mode) { return open_stream(__real_fopen, path, mode); }
+FILE* __wrap_fopen64(const char* path, const char* mode) { return open_stream(__real_fopen64, path, mode); }
+
+int __wrap_close(int descriptor) {
+  sim::close_in_kernel(descriptor);
+  return __real_close(descriptor);
+}
+
+int __wrap_ioctl(int descriptor, unsigned long request, ...) {
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  return control(descriptor, request, argument);
+}
+
+int __wrap___ioctl_time64(int descriptor, unsigned long request, ...) {
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  return control(descriptor, request, argument);
+}
+
+int __wrap_clock_gettime(clockid_t /*clock*/, timespec* time) { return read_clock(time); }
+int __wrap___clock_gettime64(clockid_t /*clock*/, timespec* time) { return read_clock(time); }
+
+int __wrap_clock_nanosleep(clockid_t /*clock*/, int /*flags*/, const timespec* span, timespec* left) {
+  return sleep(span, left);
+}
+int __wrap___clock_nanosleep_time64(clockid_t /*clock*/, int /*flags*/, const timespec* span, timespec* left) {
+  return sleep(span, left);
+}
+
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl50-cpp)
+
+}  // extern "C"

@@ -1,0 +1,174 @@
+Over a kernel: its devices, the reset line, and the trace of a board.
+
+  $ . "$TESTDIR/setup.sh"
+  $ kernel() { export KELVO_SIM_KERNEL="$*"; }
+  $ run() { kelvo-spidev "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; said ${PIPESTATUS[0]}; }
+  $ pins() { rm -f trace; KELVO_SIM_TRACE=trace run "$@"; [ ! -e trace ] || sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
+
+The reset line is touched when it is driven, and gets its level with it. Other runs leave the chip playing.
+
+  $ pins -b D -f 33
+  Boot up successful
+  
+  Tuned.
+  
+  pin 23 pull down
+  pin 23 output
+  pin 23 low
+  pin 23 pull up
+  pin 23 high
+  $ pins -t
+  2026-3-7T9:5:0Z
+  $ pins -k
+  Si468x shut down
+  
+  pin 23 pull down
+  pin 23 low
+
+The controller is found by its label, whatever its number.
+
+  $ for label in pinctrl-bcm2835 pinctrl-bcm2711 pinctrl-rp1; do
+  >   for chip in 0 4 13; do kernel label=$label chip=$chip; run -b F -k; done
+  > done | sort | uniq -c
+       18 
+        9 Boot up successful
+        9 Si468x shut down
+  $ kernel label=pinctrl-other; run -b D
+  kelvo-spidev: no GPIO controller of a Raspberry Pi; name the reset line, as in KELVO_RESET=gpiochip1:17
+  Could not power up the Si468x
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
+KELVO_RESET names the line of another board. What cannot be meant ends the run before anything is touched.
+
+  $ kernel label=pinctrl-other chip=2 line=17; KELVO_RESET=gpiochip2:17 pins -b D
+  Boot up successful
+  
+  pin 23 pull down
+  pin 23 low
+  pin 23 pull up
+  pin 23 high
+  $ for line in gpiochip gpiochip2 gpiochip:17 gpiochip2: gpiochip2:17x gpiochip2:4294967296 chip2:17; do
+  >   KELVO_RESET=$line pins -k
+  > done | sort | uniq -c
+        7 = 2
+        7 kelvo-spidev: KELVO_RESET: not a controller and a line, as in gpiochip1:17
+  $ KELVO_RESET=gpiochip9:17 pins -k; KELVO_RESET=gpiochip2:54 pins -k
+  kelvo-spidev: KELVO_RESET: /dev/gpiochip9: No such file or directory
+  = 2
+  kelvo-spidev: KELVO_RESET: /dev/gpiochip2 has lines 0 to 53 only
+  = 2
+  $ KELVO_TRACE=none/trace pins -k
+  kelvo-spidev: none/trace: the trace cannot be written: No such file or directory
+  = 2
+
+A kernel that does not keep the level of a released line: the chip falls into reset unless the board's pull prevents it.
+
+  $ kernel persist=N; pins -b D
+  kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: /sys/module/pinctrl_bcm2835/parameters/persist_gpio_outputs is N
+  Boot up successful
+  
+  pin 23 pull down
+  pin 23 low
+  pin 23 pull up
+  pin 23 high
+  pin 23 input
+  $ run -t
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  $ kernel label=pinctrl-rp1 persist=N; pins -b D
+  kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: /sys/module/pinctrl_rp1/parameters/persist_gpio_outputs is N
+  Boot up successful
+  
+  pin 23 pull down
+  pin 23 output
+  pin 23 low
+  pin 23 pull up
+  pin 23 high
+  pin 23 input
+
+A line or a device that cannot be used: one line with the reason.
+
+  $ kernel busy=lirc; run -b D
+  kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc" uses it
+  Could not power up the Si468x
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  $ kernel gpio_denied=1; run -b D; KELVO_RESET=gpiochip0:23 run -k
+  kelvo-spidev: /dev/gpiochip0: Permission denied; join the group gpio
+  Could not power up the Si468x
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  $ kernel bufsiz=2048; run -b D
+  kelvo-spidev: /dev/spidev0.0: Message too long; set the parameter bufsiz of the module spidev to 4096 or more
+  Boot up failed
+  
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  $ kernel unbound=100; run -b D
+  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
+  Firmware not transmitted successfully
+  
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  $ kernel unbound=2; run -b D; kernel unbound=1; run -b D; kernel
+  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
+  Could not power up the Si468x
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
+  Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+
+Signals interrupt no transfer and shorten no wait.
+
+  $ kernel interrupted=1; KELVO_SIM_TRACE=interrupted run -b D; kernel; KELVO_SIM_TRACE=whole run -b D
+  Boot up successful
+  
+  Boot up successful
+  
+  $ cmp interrupted whole
+
+The trace of a board is the simulated one's without what only that knows.
+
+  $ KELVO_TRACE=board KELVO_SIM_TRACE=simulated run -b D -f 33 -g | tail -n 1
+  } (no-eol)
+  $ diff simulated board | grep '^[<>]'
+  <          0.000 pin 23 pull down
+  <     200000.000 pin 23 pull up
+  <    1121436.928 chip tune ended at 227360 kHz, ensemble acquired
+  <    1571436.928 chip service list version 98 arrived
+  $ KELVO_TRACE=/dev/full run -t
+  2026-3-7T9:5:0Z
+  kelvo-spidev: /dev/full: the trace could not be written
+
+Nothing that the program prints goes to a device, if standard output is closed.
+
+  $ KELVO_TRACE=board kelvo-spidev -g >&-; grep -c ServId board
+  0
+  [1]
+
+A packet that is longer than the longest transaction.
+
+  $ packet() {
+  >   air; sed -i 's/"text": "Weiher"}], "segments": \[/&{"text": "'"$(printf "%$1s" .)"'"}, /' "$KELVO_SIM_BROADCAST"
+  >   run -k; run -b D -f 33; example-data_packets-sim | sed -n '/Data:/{s/  */ /gp;q}; /does not fit/p' | cut -c 1-90
+  > }
+  $ packet 4071
+  Si468x shut down
+  
+  Boot up successful
+  
+  Tuned.
+  
+  Data: .
+  $ packet 4072
+  Si468x shut down
+  
+  Boot up successful
+  
+  Tuned.
+  
+  example-data_packets-sim: a packet of 4097 bytes does not fit into a transaction of 4096
+  Data: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 
