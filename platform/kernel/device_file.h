@@ -18,6 +18,8 @@ class Device_file {
   Device_file() = default;
   /// Takes over a descriptor that an ioctl returned.
   explicit Device_file(int descriptor) : descriptor_(descriptor) {}
+  Device_file(const Device_file&) = delete;
+  Device_file& operator=(const Device_file&) = delete;
   Device_file(Device_file&& other) noexcept : descriptor_(other.descriptor_) { other.descriptor_ = -1; }
   Device_file& operator=(Device_file&& other) noexcept;
   ~Device_file() { close(); }

@@ -16,6 +16,7 @@ class Kernel {
   explicit Kernel(const Kernel_settings& settings);
   Kernel(const Kernel&) = delete;
   Kernel& operator=(const Kernel&) = delete;
+  ~Kernel() = default;
 
   /// @return whether the file is one of this kernel's, there or not
   static bool is_device(const std::string& path);

@@ -5,6 +5,7 @@
 #include <linux/spi/spi.h>
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <cstring>
 #include <vector>
@@ -30,7 +31,7 @@ uint16_t divider(uint32_t wanted_hz) {
 
 template <typename Pointer>
 Pointer user_memory(uint64_t address) {
-  return reinterpret_cast<Pointer>(static_cast<uintptr_t>(address));
+  return std::bit_cast<Pointer>(static_cast<uintptr_t>(address));
 }
 
 }  // namespace

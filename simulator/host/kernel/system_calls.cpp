@@ -88,8 +88,6 @@ int sleep(const timespec* span, timespec* left) {
   return 0;
 }
 
-mode_t mode_argument(int flags, va_list arguments) { return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0; }
-
 }  // namespace
 
 extern "C" {
@@ -110,7 +108,7 @@ int __wrap___clock_nanosleep_time64(clockid_t clock, int flags, const timespec* 
 int __wrap_open(const char* path, int flags, ...) {
   va_list arguments;
   va_start(arguments, flags);
-  const mode_t mode = mode_argument(flags, arguments);
+  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
   va_end(arguments);
   return open_file(__real_open, path, flags, mode);
 }
@@ -118,7 +116,7 @@ int __wrap_open(const char* path, int flags, ...) {
 int __wrap_open64(const char* path, int flags, ...) {
   va_list arguments;
   va_start(arguments, flags);
-  const mode_t mode = mode_argument(flags, arguments);
+  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
   va_end(arguments);
   return open_file(__real_open64, path, flags, mode);
 }
