@@ -3,10 +3,10 @@
 #include <sstream>
 
 #include "fuzz/fuzz.h"
-#include "survey/exports.h"
-#include "survey/page.h"
-#include "survey/picture.h"
-#include "survey/table.h"
+#include "survey/output/exports.h"
+#include "survey/output/page.h"
+#include "survey/output/picture.h"
+#include "survey/output/table.h"
 
 // What is read is written as JSON that is read as the same, and no output holds what a terminal obeys.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

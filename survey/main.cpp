@@ -13,14 +13,14 @@
 #include <string>
 #include <vector>
 
-#include "survey/cells.h"
-#include "survey/exports.h"
 #include "survey/options.h"
-#include "survey/page.h"
-#include "survey/picture.h"
-#include "survey/reader.h"
-#include "survey/table.h"
-#include "survey/text.h"
+#include "survey/output/cells.h"
+#include "survey/output/exports.h"
+#include "survey/output/page.h"
+#include "survey/output/picture.h"
+#include "survey/output/table.h"
+#include "survey/scan/reader.h"
+#include "survey/scan/text.h"
 
 namespace {
 

@@ -4,7 +4,7 @@ cd "$1" || exit 2
 status=0
 # refuse FILES PATTERN: none of the files includes a header that matches.
 refuse() {
-  found=$(grep -nE "#include \"($2)" $1 2>/dev/null) || return 0
+  found=$(grep -nE -d skip "#include \"($2)" $1 2>/dev/null) || return 0
   echo "$found"
   status=1
 }
@@ -15,7 +15,8 @@ refuse 'scan/*' 'frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'frontend/*' 'simulator/|platform/|survey/|trace/'
 refuse 'trace/*' 'si468x/|scan/|frontend/|simulator/|platform/|survey/'
 refuse 'simulator/*/*.cpp simulator/*/*.h' 'si468x/|scan/|frontend/|platform/|firmware/|survey/'
-refuse 'survey/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'
+refuse 'survey/*.* survey/*/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'
+refuse 'survey/scan/*' 'survey/(output/|[^/]*")'
 refuse 'simulator/broadcast/*' 'simulator/(chip|board|host)/'
 refuse 'simulator/chip/*' 'simulator/(board|host)/'
 refuse 'simulator/board/*' 'simulator/host/'

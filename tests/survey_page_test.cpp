@@ -5,8 +5,8 @@
 #include <regex>
 #include <sstream>
 
-#include "survey/page.h"
-#include "survey/picture.h"
+#include "survey/output/page.h"
+#include "survey/output/picture.h"
 
 namespace {
 

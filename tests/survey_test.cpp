@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "survey/exports.h"
-#include "survey/reader.h"
-#include "survey/text.h"
+#include "survey/output/exports.h"
+#include "survey/scan/reader.h"
+#include "survey/scan/text.h"
 #include "tests/support.h"
 
 namespace {

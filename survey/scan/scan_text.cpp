@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/scan_text.h"
+#include "survey/scan/scan_text.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
 
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 

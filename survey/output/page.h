@@ -5,7 +5,7 @@
 #include <ostream>
 #include <vector>
 
-#include "survey/model.h"
+#include "survey/scan/model.h"
 
 namespace survey {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/cells.h"
+#include "survey/output/cells.h"
 
 #include <langinfo.h>
 #include <sys/ioctl.h>
@@ -11,7 +11,7 @@
 #include <cstring>
 #include <cwchar>
 
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 

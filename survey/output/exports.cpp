@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/exports.h"
+#include "survey/output/exports.h"
 
 #include <algorithm>
 
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 

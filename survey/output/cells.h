@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "survey/table.h"
+#include "survey/output/table.h"
 
 namespace survey {
 

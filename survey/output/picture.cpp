@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/picture.h"
+#include "survey/output/picture.h"
 
 #include <algorithm>
 #include <sstream>
 #include <string>
 
-#include "survey/markup.h"
+#include "survey/output/markup.h"
 
 namespace survey {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/markup.h"
+#include "survey/output/markup.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "survey/reader.h"
+#include "survey/scan/reader.h"
 
 namespace survey {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/model.h"
+#include "survey/scan/model.h"
 
 #include <algorithm>
 #include <array>

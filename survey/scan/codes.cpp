@@ -2,7 +2,7 @@
 // Names for numbers: blocks, programme types, countries.
 #include <algorithm>
 
-#include "survey/model.h"
+#include "survey/scan/model.h"
 
 namespace survey {
 

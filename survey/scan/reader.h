@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "survey/document.h"
-#include "survey/model.h"
+#include "survey/scan/document.h"
+#include "survey/scan/model.h"
 
 namespace survey {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/page.h"
+#include "survey/output/page.h"
 
 #include <algorithm>
 #include <string>
 
-#include "survey/markup.h"
+#include "survey/output/markup.h"
 
 namespace survey {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/reader.h"
+#include "survey/scan/reader.h"
 
 #include <algorithm>
 #include <array>
@@ -9,8 +9,8 @@
 #include <cstring>
 #include <memory>
 
-#include "survey/scan_text.h"
-#include "survey/text.h"
+#include "survey/scan/scan_text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 

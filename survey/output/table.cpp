@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/table.h"
+#include "survey/output/table.h"
 
 #include <algorithm>
 #include <string>
 
-#include "survey/cells.h"
+#include "survey/output/cells.h"
 
 namespace survey {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "survey/model.h"
+#include "survey/scan/model.h"
 
 namespace survey {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 #include <clocale>
 #include <cstdint>

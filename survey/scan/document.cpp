@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/document.h"
+#include "survey/scan/document.h"
 
 #include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "survey/text.h"
+#include "survey/scan/text.h"
 
 namespace survey {
 
