@@ -21,7 +21,7 @@ std::string written(void (*write)(std::ostream&, const std::vector<Scan>&), cons
 
 Entry ensemble(unsigned index, uint32_t frequency, int rssi, int snr, const std::string& label) {
   Service service{.id = 17333, .programme_type = 10, .label = label, .components = {{.id = 12}}};
-  return {index, frequency, rssi, snr, 100, true, true, {service}, Time{2026, 3, 7, 9, 5, 0}};
+  return {index, frequency, rssi, snr, 100, true, {service}, Time{2026, 3, 7, 9, 5, 0}};
 }
 
 Scan scan(const std::string& city, std::vector<Entry> entries) {
@@ -36,10 +36,10 @@ Scan scan(const std::string& city, std::vector<Entry> entries) {
 std::vector<Scan> two_places() {
   Entry longer = ensemble(33, 227360, 30, 7, "Nova");
   longer.services.insert(longer.services.begin(), Service{.id = 1, .label = "Solo", .components = {{.id = 9}}});
-  Entry weak{1, 176640, -3, 4, 20, true, true, ensemble(1, 0, 0, 0, "Aurora").services};
-  Entry other{3, 180064, 90, 2, 0, false, false};
-  return {scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"), {2, 178352, 5, 0, 0, false, false}, longer}),
-          scan("Cellar", {weak, {2, 178352, 6, 0, 0, false, false}, other, ensemble(33, 227360, 20, 8, "Nova")})};
+  Entry weak{1, 176640, -3, 4, 20, true, ensemble(1, 0, 0, 0, "Aurora").services};
+  Entry other{3, 180064, 90, 2, 0, false};
+  return {scan("Roof", {ensemble(1, 176640, 40, 21, "Aurora"), {2, 178352, 5, 0, 0, false}, longer}),
+          scan("Cellar", {weak, {2, 178352, 6, 0, 0, false}, other, ensemble(33, 227360, 20, 8, "Nova")})};
 }
 
 /// The text of a page without its elements.

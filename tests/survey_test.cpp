@@ -217,8 +217,8 @@ TEST(SurveyModel, ComparesPlaces) {
     }
     return text;
   };
-  EXPECT_EQ(summary(two), "5C:-1; 12C:54 best 0; 12D:22 best 0; ");
-  EXPECT_EQ(summary(five), "5C:--1--; 12C:-545- best 1; 12D:-222- best 1; ");
+  EXPECT_EQ(summary(two), "5C:-1; 12C:54 best 0; 12D:22; ");
+  EXPECT_EQ(summary(five), "5C:--1--; 12C:-545- best 1; 12D:-222-; ");
 
   const std::vector<Station> all = stations(five);
   ASSERT_EQ(all.size(), 3);

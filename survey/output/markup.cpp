@@ -95,8 +95,6 @@ Chart chart(const std::vector<Scan>& scans) {
   return result;
 }
 
-bool is_best(const Row& row, size_t place) { return row.best == place && row.cells.size() > 1; }
-
 std::string megahertz(uint32_t frequency) {
   std::array<char, 24> text{};
   static_cast<void>(std::snprintf(text.data(), text.size(), "%u.%03u", frequency / 1000, frequency % 1000));
@@ -118,7 +116,7 @@ std::string in_words(const Row& row, size_t place) {
   if (entry == nullptr) return "not scanned";
   std::string words = std::to_string(entry->rssi) + " dBµV, " + std::string(text_of(reception(*entry)).words);
   if (!service_count(*entry).empty()) words += ", " + counted(entry->services.size(), "service");
-  if (is_best(row, place)) words += ", best place";
+  if (row.best == place) words += ", best place";
   return words;
 }
 

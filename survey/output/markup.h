@@ -32,9 +32,6 @@ struct Chart {
 
 Chart chart(const std::vector<Scan>& scans);
 
-/// Whether `place` is marked as the best of its row: only where there are others.
-bool is_best(const Row& row, size_t place);
-
 /// Name of a block, its frequency in MHz if it has no name.
 std::string block_title(uint32_t frequency);
 std::string megahertz(uint32_t frequency);

@@ -25,6 +25,7 @@ constexpr std::string_view style = R"(
   --muted: #59626b; --rule: #d5d9dd; --paper: #ffffff }
 body { max-width: 76rem; margin: 0 auto; padding: 2rem 1rem 3rem; overflow-wrap: anywhere }
 h1 { font-size: 1.5rem; line-height: 1.2; font-weight: 600; margin: 0 0 1.5rem }
+h1 bdi { display: block; max-height: 7.2em; overflow: hidden }
 h2 { font-size: 1.2rem; font-weight: 600; margin: 2.5rem 0 0 }
 h3 { font-size: 1rem; font-weight: 600; margin: 1.6rem 0 .3rem; padding-top: .5rem; border-top: 1px solid var(--rule) }
 p { margin: .6rem 0 0 }
@@ -153,7 +154,7 @@ class Page {
         out_ << "<span class=\"strength\">" << entry.rssi << "</span>";
         if (const std::string count = service_count(entry); !count.empty())
           out_ << "<span class=\"count\">" << count << "</span>";
-        if (is_best(row, i)) write_star(out_, "");
+        if (row.best == i) write_star(out_, "");
         out_ << "</div>";
       }
       out_ << "</td>";
@@ -180,11 +181,12 @@ class Page {
   Position block(Position first) {
     const uint32_t frequency = first->entry->frequency;
     const auto row = std::ranges::find(chart_.rows, frequency, &Row::frequency);
-    const size_t best = row != chart_.rows.end() && row->best ? *row->best : first->best;
+    const bool has_best = row != chart_.rows.end() && row->best;
+    const size_t best = has_best ? *row->best : first->best;
     const Entry& entry = best == first->best ? *first->entry : *row->cells[best];
     out_ << "<section>\n<h3 id=\"f" << frequency << "\">" << block_title(frequency) << " <span>" << megahertz(frequency)
          << " MHz, index " << entry.index;
-    if (several()) out_ << ", best at place " << best + 1;
+    if (has_best) out_ << ", best at place " << best + 1;
     out_ << ": " << entry.rssi << " dBµV, SNR " << entry.snr << " dB, FIC quality " << entry.fic_quality
          << "</span></h3>\n<ul class=\"stations\">\n";
     auto station = first;

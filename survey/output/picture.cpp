@@ -154,7 +154,7 @@ class Picture {
       write_bar(body_, entry.rssi, reception(entry), box(place_start(i), y_ - bar_height + 1, bar_width, bar_height));
       text(place_start(i) + level_end, "end", std::to_string(entry.rssi));
       text(place_start(i) + count_end, "block end", service_count(entry));
-      if (is_best(row, i)) write_star(body_, box(place_start(i) + star_start, y_ - 11, 12, 12));
+      if (row.best == i) write_star(body_, box(place_start(i) + star_start, y_ - 11, 12, 12));
       body_ << "</g>\n";
     }
     y_ += 8;

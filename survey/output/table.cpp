@@ -61,7 +61,8 @@ class Table {
     if (received == Reception::no_dab) return text + cell("  no DAB", 13, terminal_);
     text += right(ensemble ? std::to_string(entry->snr) : "-", 4);
     text += right(ensemble ? std::to_string(entry->fic_quality) : "-", 4);
-    text += right(ensemble ? std::to_string(entry->services.size()) : "-", 4);
+    const bool listed = received >= Reception::poor || !entry->services.empty();
+    text += right(listed ? std::to_string(entry->services.size()) : "-", 4);
     return text + (row.best == i ? '*' : ' ');
   }
 
@@ -122,7 +123,8 @@ void write_table(std::ostream& out, const std::vector<Scan>& scans, const Termin
   out << '\n';
   if (!quiet.empty()) write_wrapped(out, "No signal: " + quiet, terminal);
   write_wrapped(out,
-                std::string("* best place. SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at ") +
+                std::string(scans.size() > 1 ? "* best place. " : "") +
+                    "SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at " +
                     std::to_string(signal_scale_end) + " dBuV.",
                 terminal);
 }

@@ -45,7 +45,7 @@ std::vector<Row> rows(const std::vector<Scan>& scans) {
   for (auto& [frequency, row] : by_frequency) {
     for (size_t i = 0; i < row.cells.size(); ++i) {
       const Entry* const cell = row.cells[i];
-      if (cell == nullptr || reception(*cell) < Reception::too_weak) continue;
+      if (scans.size() == 1 || cell == nullptr || reception(*cell) < Reception::poor) continue;
       if (!row.best || better(*cell, row.cells[*row.best])) row.best = i;
     }
     result.push_back(std::move(row));

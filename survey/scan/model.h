@@ -38,7 +38,6 @@ struct Entry {
   int snr = 0;               ///< dB
   unsigned fic_quality = 0;  ///< 0 to 100
   bool valid = false;        ///< the chip found a DAB signal
-  bool acquired = false;     ///< the chip locked onto a DAB ensemble
   std::vector<Service> services{};
   std::optional<Time> time{};  ///< a time that exists
 };
@@ -77,7 +76,8 @@ struct Row {
   uint32_t frequency = 0;           ///< kHz
   std::vector<const Entry*> cells;  ///< one per scan, null where a scan has no such entry; point into the scans
   std::optional<size_t> best;       ///< the scan that receives it best: highest reception, then FIC quality, SNR,
-                                    ///< RSSI; the first of equals. Empty if none receives an ensemble.
+                                    ///< RSSI; the first of equals. Empty if none receives an ensemble, or
+                                    ///< there is one scan alone.
 };
 
 /// Whether there is a signal in any of the cells.

@@ -103,7 +103,6 @@ class Reader {
     static_cast<void>(measure(status, "fft_offset"));  // for the document alone
     entry.fic_quality = std::min(number(status, "FIC_quality", unsigned{UINT8_MAX}), 100U);
     entry.valid = number(status, "valid", 1U) != 0;
-    entry.acquired = number(status, "acq", 1U) != 0;
     if (node.find("DigitalServiceList") != nullptr) {
       const bool decoded = node.find(block_key) != nullptr;
       for (Node& service_node : array(member(node, "DigitalServiceList", Kind::object), "ServiceList", most_services))
