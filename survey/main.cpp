@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kelvo-survey: scan files for people and other programs.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <clocale>
@@ -121,6 +124,8 @@ int main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "");
   try {
     const Options options = read_options(argc, argv);
+    // The next file to be opened would take its number, and the output.
+    if (fcntl(STDOUT_FILENO, F_GETFD) == -1) throw File_error("standard output", "is closed");
     const int status = run(options);
     if (!std::cout.flush()) throw File_error("standard output", "cannot be written");
     return status;

@@ -3,6 +3,9 @@
 
 #include <argp.h>
 
+#include <algorithm>
+#include <string_view>
+
 const char* argp_program_version = "kelvo-survey 1.0.0";
 const char* argp_program_bug_address = "<kelvo@example.org>";
 
@@ -38,6 +41,8 @@ constexpr argp_option options[] = {
 error_t take_option(int key, char* argument, argp_state* state) {
   auto& chosen = *static_cast<Options*>(state->input);
   if (key == ARGP_KEY_ARG) {
+    const bool again = std::ranges::find(chosen.files, "-") != chosen.files.end();
+    if (again && std::string_view(argument) == "-") argp_error(state, "- is given twice: standard input is read once");
     chosen.files.emplace_back(argument);
   } else if (key == ARGP_KEY_NO_ARGS) {
     argp_error(state, "a scan file is missing");

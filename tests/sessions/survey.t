@@ -108,6 +108,17 @@ Nothing is printed of several files where one is none.
   $ kelvo-survey --html $roof nowhere.json
   kelvo-survey: nowhere.json: cannot be opened: No such file or directory
   [1]
+  $ kelvo-survey - - < $roof 2>&1 | head -n 1
+  kelvo-survey: - is given twice: standard input is read once
+
+Output that nobody gets is a failure.
+
+  $ kelvo-survey --csv $roof > /dev/full
+  kelvo-survey: standard output: cannot be written
+  [1]
+  $ kelvo-survey --csv $(printf "$roof %.0s" {1..60}) >&-
+  kelvo-survey: standard output: is closed
+  [1]
 
 By name: upper and lower case are the same, and a whole name goes before a part. Only numbers are printed.
 
