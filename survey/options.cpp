@@ -23,7 +23,7 @@ constexpr const char* doc =
     "  kelvo-survey --html roof.json cellar.json > places.html\n"
     "\n"
     "Play a station by its name:\n"
-    "  kelvo $(kelvo-survey --play \"radio quellberg\" roof.json)\n";
+    "  kelvo-spidev $(kelvo-survey --play \"radio quellberg\" roof.json)\n";
 
 // Keys of options without a letter, from `Output`.
 constexpr int key_of(Output output) { return 256 + static_cast<int>(output); }

@@ -75,10 +75,10 @@ SNR 16 dB and more
 the place where the block is received best
 Stations
 5B |176.640 MHz, index 1, best at place 1: 40 dBµV, SNR 21 dB, FIC quality 100
-Aurora| |Pop music · at 1, 2|kelvo -f 1 -e 17333 -c 12 -p
+Aurora| |Pop music · at 1, 2|kelvo-spidev -f 1 -e 17333 -c 12 -p
 12C |227.360 MHz, index 33, best at place 2: 20 dBµV, SNR 8 dB, FIC quality 100
-Solo| |at 1|kelvo -f 33 -e 1 -c 9 -p
-Nova| |Pop music · at 1, 2|kelvo -f 33 -e 17333 -c 12 -p
+Solo| |at 1|kelvo-spidev -f 33 -e 1 -c 9 -p
+Nova| |Pop music · at 1, 2|kelvo-spidev -f 33 -e 17333 -c 12 -p
 )");
 }
 
@@ -94,8 +94,16 @@ Roof|2026-03-07 09:05 UTC|1 ensemble, 1 service|0|40|80|dBµV|services
   EXPECT_EQ(text.substr(text.find("SNR 16")), R"(SNR 16 dB and more
 Stations
 5B |176.640 MHz, index 1: 40 dBµV, SNR 21 dB, FIC quality 100
-Aurora| |Pop music|kelvo -f 1 -e 17333 -c 12 -p
+Aurora| |Pop music|kelvo-spidev -f 1 -e 17333 -c 12 -p
 )");
+}
+
+TEST(SurveyPage, ABlockReceivedNowhereHasNoBestPlace) {
+  Scan weak = two_places()[1];
+  weak.entries.resize(1);
+  const std::string text = page_text({weak, weak});
+  EXPECT_NE(text.find("index 1: -3 dBµV"), text.npos);
+  EXPECT_EQ(text.find("best place"), text.npos);
 }
 
 TEST(SurveyPicture, BarsHaveTheColourOfReceptionAndTheLengthOfStrength) {

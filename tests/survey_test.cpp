@@ -45,7 +45,8 @@ TEST(SurveyText, OtherCharacterSetsAndDamage) {
       {"Rock\xE9", 1, "Rock\uFFFD"},
   };
   for (const auto& row : rows) EXPECT_EQ(decode_label(row.bytes, row.charset), row.label);
-  EXPECT_EQ(visible("a\x1B\x7F\u009B\u202E\u2028ä"), "a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDä");
+  EXPECT_EQ(visible("a\x1B\x7F\u009B\u202E\u2066\u200F\u2028\u2029ä"),
+            "a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDä");
   EXPECT_EQ(folded("RÁDIO Žluťoučký ÖŸŊ"), "rádio žluťoučký öÿŋ");
 }
 
@@ -231,6 +232,9 @@ TEST(SurveyModel, ComparesPlaces) {
   EXPECT_EQ(play_options(received(0, 0, 0, 0), audio), "");
   EXPECT_EQ(country(roof.entries[0]), "GB");
   EXPECT_EQ(country(cellar.entries[0]), "");
+  EXPECT_EQ(programme_type_name(24), "Jazz and blues");
+  EXPECT_EQ(programme_type_name(29), "Documentary");
+  EXPECT_EQ(programme_type_name(30), "");
   EXPECT_EQ(place_name(cellar), "Hill 3, Ulm");
   EXPECT_EQ(place_name(roof), "roof.json");
 
@@ -238,6 +242,32 @@ TEST(SurveyModel, ComparesPlaces) {
   EXPECT_EQ(stations_called("ins", two).size(), 2);
   EXPECT_EQ(stations_called("eins ", two).size(), 1);
   EXPECT_EQ(stations_called("zwei", two).size(), 0);
+}
+
+TEST(SurveyModel, TheBetterPlaceIsByReceptionThenFicQualityThenSnrThenStrength) {
+  const Entry ascending[] = {received(33, 90, 7, 100), received(33, 90, 15, 98), received(33, 20, 8, 99),
+                             received(33, 19, 9, 99),  received(33, 20, 9, 99),  received(33, 9, 16, 30)};
+  for (size_t i = 1; i < std::size(ascending); ++i) {
+    EXPECT_EQ(rows({{.entries = {ascending[i - 1]}}, {.entries = {ascending[i]}}})[0].best, 1) << i;
+    EXPECT_EQ(rows({{.entries = {ascending[i]}}, {.entries = {ascending[i - 1]}}})[0].best, 0) << i;
+  }
+}
+
+TEST(SurveyExports, NoTextOfCsvIsAFormula) {
+  const struct {
+    std::string city, field;
+  } rows[] = {
+      {"=1", "'=1"},        {"+1 2", "'+1 2"},
+      {"-a", "'-a"},        {"@a", "'@a"},
+      {"  =1", "'  =1"},    {"\uFF1D1", "'\uFF1D1"},
+      {"-47.37", "-47.37"}, {"\t=\r\n1", "\uFFFD=\uFFFD\uFFFD1"},
+      {"a\"=", "a\"\"="},   {"-", "'-"},
+  };
+  for (const auto& row : rows) {
+    const Scan scan{.location = {.city = row.city}, .entries = {received(33, 52, 16, 90, {Service{.id = 1}})}};
+    const std::string start = R"("","","","",")" + row.field + '"';
+    EXPECT_EQ(csv_lines(scan).substr(0, start.size()), start);
+  }
 }
 
 }  // namespace

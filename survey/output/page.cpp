@@ -56,7 +56,7 @@ thead .strength, thead .count { color: var(--muted); font-size: .6875rem; font-w
 .legend li { display: flex; align-items: center; gap: .5rem }
 .legend svg { flex: none; width: 2rem; height: .7rem }
 .legend .star { width: .8rem; height: .8rem; margin: 0 .6rem }
-.stations { display: grid; grid-template-columns: repeat(auto-fill, minmax(min(17rem, 100%), 1fr)); gap: .75rem 2rem;
+.stations { display: grid; grid-template-columns: repeat(auto-fill, minmax(min(19.5rem, 100%), 1fr)); gap: .75rem 2rem;
   margin: .6rem 0 0; padding: 0; list-style: none }
 .stations li { break-inside: avoid; min-width: 0; line-height: 1.35 }
 .stations bdi { font-weight: 600 }
@@ -212,7 +212,7 @@ class Page {
     out_ << "<li>" << bdi(service.label);
     if (!facts.empty()) out_ << " <span class=\"muted\">" << escaped(facts) << "</span>";
     const std::string options = play_options(*station.entry, service);
-    if (!options.empty()) out_ << "<code>kelvo " << escaped(options) << "</code>";
+    if (!options.empty()) out_ << "<code>kelvo-spidev " << escaped(options) << "</code>";
     out_ << "</li>\n";
   }
 

@@ -3,6 +3,14 @@ The picture in docs/ is what the program makes of two scans.
   $ "$TESTDIR/../../scripts/survey-scans" .
   $ kelvo-survey --svg roof.json suburb.json | diff "$TESTDIR/../../docs/survey.svg" -
 
+The table of the same: a block too weak to decode has no services and no best place; one scan has no best place at all.
+
+  $ LC_ALL=C kelvo-survey roof.json suburb.json | grep '^8A'
+  8A   195936   ###             19   5  29   -                     4   -   -   -
+  $ kelvo-survey roof.json | grep -c '\*'
+  0
+  [1]
+
 The page of a scan whose answers and labels are markup has its own elements alone, and no control characters.
 
   $ kelvo-survey --html hostile.json > page.html

@@ -111,6 +111,10 @@ Nothing is printed of several files where one is none.
   $ kelvo-survey - - < $roof 2>&1 | head -n 1
   kelvo-survey: - is given twice: standard input is read once
 
+  $ head -c 34000000 /dev/zero | kelvo-survey -
+  kelvo-survey: -: more than 32 MiB
+  [1]
+
 Output that nobody gets is a failure.
 
   $ kelvo-survey --csv $roof > /dev/full
