@@ -82,6 +82,8 @@ TEST(SurveyReader, EveryByteMayBeInLabelsAndAnswers) {
     EXPECT_EQ(first_service(read_scan(raw_scan(label, "a\",\\", 4), "x").scan).label, label);
   EXPECT_EQ(read_scan(raw_scan("Sixteen letters.", "\"ensembleList\": \"Label\": \"\",\""), "x").scan.location.street,
             "\"ensembleList\": \"Label\": \"\",\"");
+  // A byte order mark does not make the bytes behind it JSON.
+  EXPECT_EQ(read_scan("\xEF\xBB\xBF" + raw_scan("", "\\u0041"), "x").scan.location.street, "\\u0041");
 }
 
 TEST(SurveyReader, LabelsThatOtherProgramsWrote) {
@@ -173,6 +175,8 @@ TEST(SurveyReader, RefusesWhatNoScanWrites) {
       {"\"TMID\":3", "\"TMID\":[]", "line 5: expected less deeply nested values"},
       {"\"ComponentList\":[", "\"ComponentList\":[0,", "line 5: expected an object"},
       {"\"month\":2", "\"month\":256", "line 6: expected \"month\" from 0 to 255"},
+      {"}}]}", "}},\n" + good.substr(good.find("{\"EnsemleNo\"")),
+       "line 7: expected an entry with another \"EnsemleNo\""},
       {"}}]}", "}}]}}", "line 6: expected end of input"},
   };
   for (const auto& row : rows) {
