@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Measures the built programs and writes docs/performance.md. Started by scripts/bench, in the project's root.
+# Measures the built programs and writes docs/performance.md. scripts/bench runs it in the project's root.
 import collections
 import datetime
 import json
@@ -87,11 +87,11 @@ def bus_bytes(options, environment):
 
 # ---- Counting instructions ----------------------------------------------------------------------------------------
 
-# What the simulated board answers in place of the bcm2835 library.
+# Functions of the simulated board, which replaces the bcm2835 library.
 LIBRARY = re.compile(r"bcm2835_(peri_\w+|gpio_\w+|delay\w*|init|close|spi_(begin|end|set\w+|chipSelect|transfern))$")
 
 
-# What the simulated kernel answers in place of the real one.
+# Functions of the simulated kernel, which replaces the real one.
 KERNEL = re.compile(r"__wrap_(open|open64|fopen|fopen64|close|ioctl|clock_gettime|clock_nanosleep)$")
 
 

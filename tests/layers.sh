@@ -1,5 +1,5 @@
 #!/bin/bash
-# layers.sh SOURCE_DIR: no file includes a header of a room above its own.
+# layers.sh SOURCE_DIR: no file includes a header of a layer above its own.
 cd "$1" || exit 2
 status=0
 # refuse FILES PATTERN: none of the files includes a header that matches.

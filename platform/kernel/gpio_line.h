@@ -16,18 +16,18 @@ struct Line_place {
   uint32_t offset = 0;
 };
 
-/// What the kernel says of a controller. @return 0 or an error number
+/// Reads the kernel's description of a controller. @return 0 or an error number
 int read_controller(const std::string& path, gpiochip_info& info);
 
 /// The device file of the controller of a Raspberry Pi's pins, found by its label: its number differs between models
-/// and kernels. @return false: there is none, which is reported
+/// and kernels. @return false if there is none; this is reported
 bool find_pin_controller(std::string& path);
 
 /// An output of this program, until the object or the program ends. Faults are reported.
 class Gpio_line {
  public:
   /// Requests the line with its level, so that it is never driven with another one; then changes it. A pull to the same
-  /// level goes with it: where the kernel makes a released line an input, the pull keeps the level.
+  /// level is requested with it: if the kernel makes a released line an input, the pull keeps the level.
   void drive(const Line_place& place, bool high);
 
  private:

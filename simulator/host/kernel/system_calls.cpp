@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The system calls that platform/kernel makes. The linker leads every call of the program here (--wrap); those for
-// other files go on to the system. Time is the board's.
+// The system calls that platform/kernel makes. The linker redirects every call of the program here (--wrap); calls for
+// other files are passed on to the system. Time is the board's.
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -42,7 +42,7 @@ FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
     return errno == 0 ? real("/dev/null", mode) : nullptr;
   }
   if (std::string(path).starts_with("/sys/module/")) {
-    static std::string text;  // as long as the stream
+    static std::string text;  // lives as long as the stream
     text = sim::current_kernel().parameter(path);
     errno = ENOENT;
     return text.empty() ? nullptr : fmemopen(text.data(), text.size(), mode);
@@ -61,7 +61,7 @@ int control(int descriptor, unsigned long request, void* argument) {
     return -1;
   }
   int result = 0;
-  try {  // callers need not expect that a system call throws
+  try {  // callers do not expect a system call to throw
     result = kernel.control(descriptor, request, argument);
   } catch (const std::bad_alloc&) {
     result = -ENOMEM;
@@ -78,7 +78,7 @@ int read_clock(timespec* time) {
   return 0;
 }
 
-// Interrupted at once: all of the span is left.
+// Interrupted at once: the whole span remains.
 int sleep(const timespec* span, timespec* left) {
   if (sim::current_kernel().interrupts()) {
     *left = *span;
@@ -92,7 +92,7 @@ int sleep(const timespec* span, timespec* left) {
 
 extern "C" {
 
-// The linker gives these their meaning and so their names.
+// The linker prescribes these names.
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp)
 Open __real_open, __real_open64, __wrap_open, __wrap_open64;
 Open_stream __real_fopen, __real_fopen64, __wrap_fopen, __wrap_fopen64;
