@@ -6,8 +6,8 @@
 
 namespace sim {
 
-/// A kernel's configuration: KELVO_SIM_KERNEL, words NAME=VALUE such as "chip=4 label=pinctrl-rp1". As without a kernel,
-/// the broadcast file decides whether SPI is enabled and whether the user may use the devices.
+/// A kernel's configuration: KELVO_SIM_KERNEL, words NAME=VALUE such as "chip=4 label=pinctrl-rp1". The broadcast file
+/// decides whether SPI is enabled and whether the user may use the devices, as it does without a kernel.
 struct Kernel_settings {
   uint32_t chip = 0;                      ///< number of the GPIO controller with the board's pins
   std::string label = "pinctrl-bcm2711";  ///< and its label
