@@ -16,7 +16,7 @@ struct Line_place {
   uint32_t offset = 0;
 };
 
-/// Reads the kernel's description of a controller. @return 0 or an error number
+/// Reads label and number of lines of a controller. @return 0 or an error number
 int read_controller(const std::string& path, gpiochip_info& info);
 
 /// The device file of the controller of a Raspberry Pi's pins, found by its label: its number differs between models
