@@ -22,30 +22,32 @@ int digit_value(char c) {
   return -1;
 }
 
-// Sees the text as it is parsed: the parser itself keeps the last of several members with one key and has no limit for
-// nested values.
-class Strict {
+// Checks what the parser itself accepts: several members with one key, of which it keeps the last, and values nested
+// without a limit. (The parser's own callback would compare each object with all elements before it.)
+class Strict : public nlohmann::json_sax<nlohmann::json> {
  public:
   explicit Strict(const std::string& file) : file_(file) {}
 
-  bool operator()(int /*depth*/, nlohmann::json::parse_event_t event, const nlohmann::json& parsed) {
-    using Event = nlohmann::json::parse_event_t;
-    constexpr size_t deepest = 20;
-    if (event == Event::key) {
-      Level& object = open_.back();
-      object.child = parsed.get<std::string>();
-      if (!object.keys.insert(object.child).second) fail("key " + in_quotes(object.child) + " is there twice", 1);
-      return true;
-    }
-    if (event == Event::object_end || event == Event::array_end) {
-      open_.pop_back();
-      return true;
-    }
-    if (!open_.empty() && open_.back().is_array) open_.back().child = std::to_string(open_.back().count++);
-    if (event == Event::value) return true;
-    if (open_.size() == deepest) fail("nested too deeply", 0);
-    open_.push_back({.is_array = event == Event::array_start});
+  bool null() override { return element(); }
+  bool boolean(bool /*value*/) override { return element(); }
+  bool number_integer(int64_t /*value*/) override { return element(); }
+  bool number_unsigned(uint64_t /*value*/) override { return element(); }
+  bool number_float(double /*value*/, const std::string& /*text*/) override { return element(); }
+  bool string(std::string& /*value*/) override { return element(); }
+  bool binary(nlohmann::json::binary_t& /*value*/) override { return element(); }
+  bool start_object(size_t /*size*/) override { return open(false); }
+  bool start_array(size_t /*size*/) override { return open(true); }
+  bool end_object() override { return close(); }
+  bool end_array() override { return close(); }
+  bool key(std::string& key) override {
+    Level& object = open_.back();
+    object.child = key;
+    if (!object.keys.insert(key).second) fail("key " + in_quotes(key) + " is there twice", 1);
     return true;
+  }
+  bool parse_error(size_t /*place*/, const std::string& /*token*/,
+                   const nlohmann::json::exception& /*error*/) override {
+    return false;  // the parser reports it
   }
 
  private:
@@ -57,6 +59,21 @@ class Strict {
     std::set<std::string> keys{};
   };
 
+  bool element() {
+    if (!open_.empty() && open_.back().is_array) open_.back().child = std::to_string(open_.back().count++);
+    return true;
+  }
+  bool open(bool is_array) {
+    constexpr size_t deepest = 20;
+    element();
+    if (open_.size() == deepest) fail("nested too deeply", 0);
+    open_.push_back({.is_array = is_array});
+    return true;
+  }
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
   [[noreturn]] void fail(const std::string& fault, size_t levels_above) const {
     std::string place;
     for (size_t i = 0; i + levels_above < open_.size(); ++i) place += "/" + open_[i].child;
@@ -99,7 +116,9 @@ std::string read_text(const std::string& path) {
 
 nlohmann::json parse_json(std::string_view text, const std::string& file) {
   try {
-    return nlohmann::json::parse(text, Strict(file));
+    Strict strict(file);
+    nlohmann::json::sax_parse(text, &strict);
+    return nlohmann::json::parse(text);
   } catch (const nlohmann::json::parse_error& error) {
     const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');

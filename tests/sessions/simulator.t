@@ -52,9 +52,11 @@ More than there may be of something is refused before it is read.
   $ many() { printf "%s," $(yes "$1" | head -n "$2") | sed 's/,$//'; }
   $ lists() { echo "{\"ensembles\": [{\"index\": 33, \"signal\": {}, \"lists\": [{\"version\": 1, \"services\": [$1]}]}]}"; }
   $ service() { echo "{\"id\":$1,\"label\":\"\",\"components\":[$2]}"; }
-  $ refused() { cat > air.json; timeout 20 kelvo-sim -b D 2>&1 | tail -n 1 | sed 's|.*/air.json: ||'; }
+  $ refused() { cat > air.json; timeout 10 kelvo-sim -b D 2>&1 | tail -n 1 | sed 's|.*/air.json: ||'; }
   $ echo "{\"frequencies\": [$(many 7 200000)]}" | refused
   /frequencies: more than 255 elements
+  $ echo "{\"ensembles\": [$(many '{}' 500000)]}" | refused
+  /ensembles: more than 41 elements
   $ lists "$(many "$(service 1)" 20000)" | refused
   /ensembles/0/lists/0/services: more than 170 elements
   $ lists "$(service 1 "$(many '{"tmid":0}' 20000)")" | refused
