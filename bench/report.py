@@ -16,7 +16,7 @@ import textwrap
 import time
 
 BUILD = pathlib.Path("build").resolve()
-KELVO, SPIDEV, SIM = BUILD / "kelvo", BUILD / "kelvo-spidev", BUILD / "kelvo-sim"
+KELVO, SPIDEV, SIM, SURVEY = (BUILD / name for name in ("kelvo", "kelvo-spidev", "kelvo-sim", "kelvo-survey"))
 SPIDEV_SIM = BUILD / "tests/kelvo-spidev-sim"
 BUS, BESIDE = BUILD / "bench/kelvo-bench-bus", BUILD / "bench/kelvo-bench-beside"
 IMAGES = 5796 + 521448 + 530180
@@ -316,8 +316,36 @@ def times():
           row("JSON, nlohmann", "nlohmann_json", "driver_json"))
 
 
+def survey():
+    files = [work / f"{i}.json" for i in range(1000)]
+    run([SIM, "-b", "D", "-u"], board({"ensembles": [ensemble(i, 15) for i in range(1, 7)]}))
+    (work / "ensemblescan__.json").rename(files[0])
+    for file in files[1:]:
+        shutil.copy(files[0], file)
+
+    def cost(command):
+        runs = [run(["/usr/bin/time", "-f", "%e %M", *command]).stderr.split()[-2:] for _ in range(3)]
+        return min(float(seconds) for seconds, _ in runs), max(int(kilobytes) for _, kilobytes in runs)
+
+    jq = cost(["jq", "-c", ".", *files])
+    one = cost([SURVEY, "--json", files[0]])
+    size = files[0].stat().st_size
+    section("## Scans to JSON and CSV", f"""
+        1,000 scan files of 90 services, {size * 1000 / 1e6:.0f} MB, their labels in ASCII so that they are valid JSON too,
+        beside `jq -c .` ({run(["jq", "--version"]).stdout.strip()}). Wall time, best of three, and peak resident memory.""")
+    rows = []
+    for option in ["--json", "--csv"]:
+        seconds, kilobytes = cost([SURVEY, option, *files])
+        wanted = want(f"time of {option} beside jq", seconds < jq[0])
+        wanted_memory = want(f"memory of {option}", kilobytes < one[1] + 1000)
+        rows.append([f"`kelvo-survey {option}`", f"{seconds:.2f} s", wanted, f"{kilobytes:,} KB", wanted_memory])
+    table(["", "Time", "Less than jq, as wanted", "Memory", "As for one file, as wanted"], *rows,
+          ["`jq -c .`", f"{jq[0]:.2f} s", "", f"{jq[1]:,} KB", ""],
+          ["`kelvo-survey --json`, one file", f"{one[0]:.2f} s", "", f"{one[1]:,} KB", ""])
+
+
 try:
-    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times):
+    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times, survey):
         part()
 except OSError as error:
     sys.exit(f"scripts/bench: {error}")

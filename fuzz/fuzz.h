@@ -50,8 +50,9 @@ inline bool start(sim::Board& board, const sim::Chip_state& state) {
   return Si468x_bus_init() == 0 && std::freopen("/dev/null", "w", stdout) != nullptr;
 }
 
-/// Lets the chip take every command and answer it with bytes of the input: byte 0 is the number of the read (1 the next, 0 every
-/// one) shows bytes 1 to 4 as its status, all others a good one; each reply from its byte 4 on is the rest.
+/// Lets the chip take every command and answer it with bytes of the input: byte 0 is the number of the read (1 the
+/// next, 0 every one) shows bytes 1 to 4 as its status, all others a good one; each reply from its byte 4 on is the
+/// rest.
 /// @return that rest, nothing when the input is too short
 inline std::optional<Input> answer(Input input) {
   static sim::Board board({.always_ready = true});

@@ -21,8 +21,8 @@ struct Service {
   uint32_t id = 0;
   bool data = false;            ///< a data service: `id` has 32 bits, otherwise 16
   unsigned programme_type = 0;  ///< 0 to 31, international table
-  std::string label;            ///< UTF-8, without trailing blanks; may hold control characters: escape it on output
-  std::vector<Component> components;
+  std::string label{};          ///< UTF-8, without trailing blanks; may hold control characters: escape it on output
+  std::vector<Component> components{};
 };
 
 /// The ensemble's time, UTC.
@@ -33,32 +33,32 @@ struct Time {
 /// What was received at one entry of the chip's frequency list.
 struct Entry {
   unsigned index = 0;        ///< entry of the list, what `kelvo -f` takes
-  uint32_t frequency = 0;    ///< kHz
+  uint32_t frequency = 0;    ///< kHz; where the chip could not be read, that of the default list
   int rssi = 0;              ///< signal strength, dBµV
   int snr = 0;               ///< dB
   unsigned fic_quality = 0;  ///< 0 to 100
-  bool valid = false;        ///< the chip found a signal
+  bool valid = false;        ///< the chip found a DAB signal
   bool acquired = false;     ///< the chip locked onto a DAB ensemble
-  std::vector<Service> services;
-  std::optional<Time> time;
+  std::vector<Service> services{};
+  std::optional<Time> time{};  ///< a time that exists
 };
 
 /// The eight answers, UTF-8 (a byte that is not becomes U+FFFD); any character may be in them.
 struct Location {
-  std::string street_no, street, postal_code, city, country, floor, latitude, longitude;
+  std::string street_no{}, street{}, postal_code{}, city{}, country{}, floor{}, latitude{}, longitude{};
 };
 
 /// One scan file: one place of the antenna.
 struct Scan {
-  std::string file;  ///< its name as given
-  Location location;
-  std::vector<Entry> entries;  ///< 41 at most
+  std::string file{};  ///< its name as given
+  Location location{};
+  std::vector<Entry> entries{};  ///< 41 at most
 };
 
 enum class Reception {
   no_signal,
-  no_dab,    ///< a signal that is no DAB ensemble
-  too_weak,  ///< an ensemble with a FIC quality below 30: its service list cannot be read
+  no_dab,    ///< 20 dBµV and more, but no DAB signal
+  too_weak,  ///< a DAB signal with a FIC quality below 30: a scan does not ask for its services
   poor,      ///< received; these three differ by SNR: below 8 dB,
   fair,      ///< 8 to 15 dB,
   good,      ///< 16 dB and more
@@ -69,6 +69,9 @@ Reception reception(const Entry& entry);
 /// Name of the Band III block at `frequency` kHz ("5A" to "13F"), empty if there is none.
 std::string_view block_name(uint32_t frequency);
 
+/// kHz of the block at `index` of the chip's list as it is by default, 0 beyond it.
+uint32_t block_frequency(unsigned index);
+
 /// One row of the comparison: a frequency, and what each scan received there.
 struct Row {
   uint32_t frequency = 0;           ///< kHz
@@ -76,6 +79,9 @@ struct Row {
   std::optional<size_t> best;       ///< the scan that receives it best: highest reception, then FIC quality, SNR,
                                     ///< RSSI; the first of equals. Empty if none receives an ensemble.
 };
+
+/// Whether there is a signal in any of the cells.
+bool has_signal(const Row& row);
 
 /// One row per frequency that occurs in `scans`, ascending.
 std::vector<Row> rows(const std::vector<Scan>& scans);
@@ -95,8 +101,17 @@ std::vector<Station> stations(const std::vector<Scan>& scans);
 /// Heading of a scan: street, floor and city where answered; its file's name otherwise. UTF-8, unescaped.
 std::string place_name(const Scan& scan);
 
-/// The options that play `station`, its first audio component (or its first component): "-f 33 -e 17333 -c 12 -p".
-/// Empty if it has no component.
+/// The first ensemble time of a scan: "2026-03-07 09:05 UTC". Empty if none was received.
+std::string time_text(const Scan& scan);
+
+/// Where the bars of all outputs end, dBµV; they begin at 0.
+constexpr int signal_scale_end = 80;
+
+/// The component to play: the first with audio, or else the first. Null if there is none.
+const Component* main_component(const Service& service);
+
+/// The options that play the service's main component: "-f 33 -e 17333 -c 12 -p".
+/// Empty if nothing can play it: `kelvo` takes no index 0, no id 0 and no data service.
 std::string play_options(const Entry& entry, const Service& service);
 
 /// Name of a programme type of the international table, "None" for 0; empty for 30 and 31.

@@ -10,11 +10,13 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 
 set(share ${WORK_DIR}/prefix/share)
 set(completions ${share}/bash-completion/completions)
-set(broadcasts default village faults)
+set(broadcasts default suburb village faults)
 list(TRANSFORM broadcasts PREPEND ${share}/doc/kelvo/broadcasts/)
 list(TRANSFORM broadcasts APPEND .json)
-foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}/man/man1/kelvo-sim.1 ${share}/man/man5/kelvo-scan.5
-        ${completions}/kelvo ${completions}/kelvo-spidev ${completions}/kelvo-sim ${share}/doc/kelvo/systemd/kelvo.service ${share}/doc/kelvo/README.md ${share}/doc/kelvo/CHANGELOG.md
+foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}/man/man1/kelvo-sim.1
+        ${share}/man/man1/kelvo-survey.1 ${share}/man/man5/kelvo-scan.5
+        ${completions}/kelvo ${completions}/kelvo-spidev ${completions}/kelvo-sim ${completions}/kelvo-survey
+        ${share}/doc/kelvo/systemd/kelvo.service ${share}/doc/kelvo/README.md ${share}/doc/kelvo/CHANGELOG.md
         ${share}/doc/kelvo/LICENSE ${share}/doc/kelvo/docs/simulator.md ${broadcasts})
   if(NOT EXISTS ${file})
     message(FATAL_ERROR "Not installed: ${file}")

@@ -1,0 +1,156 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""browser.py SCREENSHOTS FILE...: opens HTML and SVG files in headless Chromium, as on a telephone and on a desk, light
+and dark, and checks them. Saves a screenshot of each. Exit status 1 if a check fails."""
+import base64
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+WIDTHS = {"telephone": 360, "desk": 1280}
+
+# What is wrong with the page on display, as a list of lines. Text is read against the nearest background behind it;
+# 4.5 is the contrast ratio that WCAG asks for.
+CHECK = """(() => {
+  const wrong = [];
+  const root = document.documentElement;
+  if (document.body && root.scrollWidth > root.clientWidth) wrong.push(`${root.scrollWidth} px wide in ${root.clientWidth}`);
+  const channels = color => (color.match(/[\\d.]+/g) || [0, 0, 0, 0]).map(Number);
+  const luminance = color => channels(color).slice(0, 3).map(c => c / 255)
+    .map(c => c <= 0.04045 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4)
+    .reduce((sum, c, i) => sum + c * [0.2126, 0.7152, 0.0722][i], 0);
+  const background = element => {
+    for (; element; element = element.parentElement) {
+      const color = getComputedStyle(element).backgroundColor;
+      if ((channels(color)[3] ?? 1) > 0) return color;
+    }
+    return 'rgb(255, 255, 255)';
+  };
+  const seen = document.createTreeWalker(root, NodeFilter.SHOW_TEXT);
+  let texts = 0;
+  for (let node; (node = seen.nextNode());) {
+    const element = node.parentElement;
+    if (!node.data.trim() || element.closest('style, title, desc, head, .words')) continue;
+    texts += 1;
+    const style = getComputedStyle(element);
+    const svg = element.localName == 'text';
+    const [a, b] = [luminance(svg ? style.fill : style.color), luminance(background(element))];
+    const contrast = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
+    const name = JSON.stringify(node.data.trim().slice(0, 40));
+    if (contrast < 4.5) wrong.push(`contrast ${contrast.toFixed(1)} of ${name}`);
+    const range = document.createRange();
+    range.selectNodeContents(node);
+    const box = range.getBoundingClientRect();
+    if (box.width == 0 || box.height == 0 || style.visibility != 'visible') wrong.push(`${name} is not visible`);
+    const limit = document.body ? root.clientWidth : root.getBoundingClientRect().right;
+    if (!element.closest('.chart') && box.right > limit + 1) wrong.push(`${name} ends at ${box.right} of ${limit}`);
+  }
+  for (const level of document.querySelectorAll('.level')) {
+    const share = level.getBoundingClientRect().width / level.previousSibling.getBoundingClientRect().width;
+    if (!(Math.abs(100 * share - parseInt(level.getAttribute('width'))) < 1))
+      wrong.push(`a bar of ${level.getAttribute('width')} fills ${share}`);
+  }
+  if (texts < 5) wrong.push(`${texts} texts only`);
+  return wrong;
+})()"""
+
+
+class Chromium:
+    """Chromium's DevTools protocol over its pipe: JSON messages that end with a zero byte."""
+
+    def __init__(self, profile):
+        to_browser, self.output = os.pipe()
+        self.input, from_browser = os.pipe()
+
+        def keep():  # the browser reads from 3 and writes to 4
+            read, write = os.dup(to_browser), os.dup(from_browser)
+            os.dup2(read, 3)
+            os.dup2(write, 4)
+
+        self.process = subprocess.Popen(
+            ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+             "--disable-background-networking", "--disable-component-update", "--disable-sync", "--hide-scrollbars",
+             f"--user-data-dir={profile}", "--remote-debugging-pipe", "about:blank"],
+            preexec_fn=keep, close_fds=False, stderr=subprocess.DEVNULL)
+        os.close(to_browser)
+        os.close(from_browser)
+        self.buffer, self.last, self.events, self.session = b"", 0, [], None
+
+    def receive(self):
+        while b"\0" not in self.buffer:
+            data = os.read(self.input, 1 << 16)
+            if not data:
+                sys.exit("browser.py: chromium has ended")
+            self.buffer += data
+        message, self.buffer = self.buffer.split(b"\0", 1)
+        return json.loads(message)
+
+    def call(self, method, **parameters):
+        self.last += 1
+        message = {"id": self.last, "method": method, "params": parameters}
+        if self.session:
+            message["sessionId"] = self.session
+        os.write(self.output, json.dumps(message).encode() + b"\0")
+        while (answer := self.receive()).get("id") != self.last:
+            self.events.append(answer)
+        if "error" in answer:
+            sys.exit(f"browser.py: {method}: {answer['error']['message']}")
+        return answer["result"]
+
+    def wait_for(self, method):
+        while not any(event.get("method") == method for event in self.events):
+            self.events.append(self.receive())
+
+    def open_tab(self):
+        target = self.call("Target.createTarget", url="about:blank")["targetId"]
+        self.session = self.call("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
+        for domain in ("Page", "Runtime", "Log", "Network"):
+            self.call(f"{domain}.enable")
+
+
+def check(browser, file, screenshots, device, scheme):
+    """Returns what is wrong with `file`, as lines."""
+    url = file.resolve().as_uri()
+    browser.call("Emulation.setDeviceMetricsOverride", width=WIDTHS[device], height=800, deviceScaleFactor=1,
+                 mobile=device == "telephone")
+    browser.call("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
+    browser.events.clear()
+    browser.call("Page.navigate", url=url)
+    browser.wait_for("Page.loadEventFired")
+    wrong = browser.call("Runtime.evaluate", expression=CHECK, returnByValue=True)["result"].get("value", ["no answer"])
+    image = browser.call("Page.captureScreenshot", captureBeyondViewport=True)["data"]
+    (screenshots / f"{file.name}-{device}-{scheme}.png").write_bytes(base64.b64decode(image))
+    for event in browser.events:
+        method, parameters = event.get("method"), event.get("params", {})
+        if method == "Network.requestWillBeSent" and parameters["request"]["url"] != url:
+            wrong.append(f"requests {parameters['request']['url']}")
+        if method in ("Log.entryAdded", "Runtime.consoleAPICalled", "Runtime.exceptionThrown",
+                      "Page.javascriptDialogOpening"):
+            wrong.append(f"{method}: {json.dumps(parameters)[:200]}")
+    return [f"{file.name}, {device}, {scheme}: {line}" for line in wrong]
+
+
+def main():
+    screenshots = pathlib.Path(sys.argv[1])
+    screenshots.mkdir(parents=True, exist_ok=True)
+    wrong = []
+    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as profile:
+        browser = Chromium(profile)
+        try:
+            browser.open_tab()
+            for file in map(pathlib.Path, sys.argv[2:]):
+                for device in WIDTHS:
+                    for scheme in ("light", "dark"):
+                        wrong += check(browser, file, screenshots, device, scheme)
+        finally:
+            browser.process.terminate()
+            browser.process.wait()
+    print("\n".join(wrong) or f"{len(sys.argv) - 2} files, nothing wrong; screenshots in {screenshots}")
+    return 1 if wrong else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

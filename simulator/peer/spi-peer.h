@@ -1,0 +1,13 @@
+/* SPDX-License-Identifier: GPL-2.0-or-later */
+#pragma once
+
+#include <linux/types.h>
+
+/* clang-format off */
+
+/* What a read of /dev/spi-peer gives first; the bytes sent follow. */
+struct spi_peer_message {
+	__u32 length;	/* bytes in all transfers of the message */
+	__u32 speed_hz;	/* of the fastest transfer */
+	__u32 mode;	/* SPI_... flags of linux/spi/spi.h */
+};

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/cells.h"
+
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+
+#include "survey/text.h"
+
+namespace survey {
+
+namespace {
+
+size_t columns(char32_t character) {
+  return static_cast<size_t>(std::max(wcwidth(static_cast<wchar_t>(character)), 0));
+}
+
+}  // namespace
+
+Terminal standard_output() {
+  Terminal terminal;
+  terminal.unicode = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
+  const char* const no_colour = std::getenv("NO_COLOR");
+  const bool is_terminal = isatty(STDOUT_FILENO) == 1;
+  terminal.colour = is_terminal && (no_colour == nullptr || *no_colour == '\0');
+  winsize size{};
+  if (is_terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) terminal.width = size.ws_col;
+  if (const char* const columns = std::getenv("COLUMNS")) {
+    size_t number = 0;
+    const auto [end, fault] = std::from_chars(columns, columns + std::strlen(columns), number);
+    if (fault == std::errc() && *end == '\0' && number != 0) terminal.width = number;
+  }
+  return terminal;
+}
+
+std::string shown(std::string_view text, const Terminal& terminal) {
+  std::string result;
+  while (!text.empty()) {
+    char32_t character = take_character(text);
+    // What the locale does not know it gives no width: nothing is printed of which the width is not known.
+    if (is_control(character) || (terminal.unicode && wcwidth(static_cast<wchar_t>(character)) < 0)) character = 0xFFFD;
+    append_character(result, terminal.unicode || character < 0x80 ? character : '?');
+  }
+  return result;
+}
+
+size_t columns(std::string_view text) {
+  size_t sum = 0;
+  while (!text.empty()) sum += columns(take_character(text));
+  return sum;
+}
+
+std::string clipped(std::string_view text, size_t width, const Terminal& terminal) {
+  std::string whole = shown(text, terminal);
+  if (width == 0 || columns(whole) <= width) return whole;
+  std::string result;
+  size_t used = 1;  // the mark at the end
+  for (std::string_view rest = whole; !rest.empty();) {
+    const char32_t character = take_character(rest);
+    used += columns(character);
+    if (used > width) break;
+    append_character(result, character);
+  }
+  return result + (terminal.unicode ? "…" : "~");
+}
+
+std::string cell(std::string_view text, size_t width, const Terminal& terminal) {
+  std::string result = clipped(text, width, terminal);
+  result.append(width - std::min(width, columns(result)), ' ');
+  return result;
+}
+
+std::string bar(int value, int end, size_t width, const Terminal& terminal) {
+  static constexpr std::string_view eighths[] = {"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
+  const auto length = static_cast<size_t>(std::clamp(value, 0, end)) * width * 8 / static_cast<size_t>(end);
+  std::string result;
+  for (size_t i = 0; i < length / 8; ++i) result += terminal.unicode ? "█" : "#";
+  if (terminal.unicode) result += eighths[length % 8];
+  const size_t used = length / 8 + (terminal.unicode && length % 8 != 0 ? 1 : 0);
+  return result.append(width - used, ' ');
+}
+
+}  // namespace survey

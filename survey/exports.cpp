@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/exports.h"
+
+#include <algorithm>
+
+#include "survey/text.h"
+
+namespace survey {
+
+namespace {
+
+// What begins with one of these a spreadsheet calculates, unless it is a number; four of them are full-width forms.
+bool is_formula(std::string_view text) {
+  constexpr std::u32string_view beginnings = U"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  if (text.empty()) return false;
+  const bool number = text.front() != '=' && text.size() > 1 && text.find_first_not_of("0123456789.", 1) == text.npos;
+  return beginnings.find(take_character(text)) != beginnings.npos && !number;
+}
+
+void append(std::string& csv, std::string_view text) {
+  csv += is_formula(text) ? "\"'" : "\"";
+  for (const char c : visible(text)) csv.append(c == '"' ? 2 : 1, c);
+  csv += "\",";
+}
+
+void append(std::string& csv, int64_t number) { csv.append(std::to_string(number)) += ','; }
+
+}  // namespace
+
+std::string json_line(Scan_file file) {
+  std::vector<Node>& entries = file.document.find("ensembleList")->children;
+  for (size_t i = 0; i < entries.size(); ++i) {
+    Node* block = entries[i].find(block_key);
+    if (block == nullptr) block = &entries[i].children.emplace_back();
+    block->kind = Node::Kind::text;
+    block->key = block_key;
+    block->text = block_name(file.scan.entries[i].frequency);
+  }
+  std::string json;
+  append_json(json, file.document);
+  return json + '\n';
+}
+
+std::string csv_head() {
+  return "file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,"
+         "block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component\n";
+}
+
+std::string csv_lines(const Scan& scan) {
+  const Location& at = scan.location;
+  std::string place;
+  for (const std::string& text : {scan.file, at.street_no, at.street, at.postal_code, at.city, at.country, at.floor,
+                                  at.latitude, at.longitude, time_text(scan)})
+    append(place, std::string_view(text));
+  std::string csv;
+  for (const Entry& entry : scan.entries) {
+    std::string block = place;
+    append(block, block_name(entry.frequency));
+    for (const int64_t number : {int64_t{entry.index}, int64_t{entry.frequency}, int64_t{entry.rssi},
+                                 int64_t{entry.snr}, int64_t{entry.fic_quality}})
+      append(block, number);
+    append(block, country(entry));
+    for (const Service& service : entry.services) {
+      csv += block;
+      append(csv, std::string_view(service.label));
+      append(csv, std::string_view(service.data ? "data" : "audio"));
+      append(csv, programme_type_name(service.programme_type));
+      append(csv, int64_t{service.id});
+      if (const Component* const component = main_component(service))
+        append(csv, int64_t{component->id});
+      else
+        csv += ',';
+      csv.back() = '\n';
+    }
+  }
+  return csv;
+}
+
+std::vector<Station> stations_called(std::string_view name, const std::vector<Scan>& scans) {
+  const std::string wanted = folded(name);
+  std::vector<Station> exact;
+  std::vector<Station> part;
+  for (const Station& station : stations(scans)) {
+    if (station.service->data) continue;
+    const std::string label = folded(station.service->label);
+    if (label == wanted) exact.push_back(station);
+    if (label.find(wanted) != label.npos) part.push_back(station);
+  }
+  return exact.empty() ? part : exact;
+}
+
+}  // namespace survey

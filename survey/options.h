@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+enum class Output { table, stations, html, svg, json, csv, play };
+
+struct Options {
+  Output output = Output::table;
+  std::string name;  ///< of the station to play
+  std::vector<std::string> files;
+};
+
+/// Ends the program for --help, --version and, with status 2, for a command line that cannot be meant.
+Options read_options(int argc, char** argv);

@@ -1,0 +1,13 @@
+The picture in docs/ is what the program makes of two scans.
+
+  $ "$TESTDIR/../../scripts/survey-scans" .
+  $ kelvo-survey --svg roof.json suburb.json | diff "$TESTDIR/../../docs/survey.svg" -
+
+The page of a scan whose answers and labels are markup has its own elements alone, and no control characters.
+
+  $ kelvo-survey --html hostile.json > page.html
+  $ grep -o '<[a-z]*' page.html | sort -u | tr '\n' ' '
+  < <a <bdi <body <br <caption <code <defs <div <h <head <html <li <meta <p <path <pattern <rect <section <span <style <svg <table <tbody <td <text <th <thead <title <tr <ul  (no-eol)
+  $ grep -c '[[:cntrl:]]' page.html
+  0
+  [1]
