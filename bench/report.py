@@ -97,8 +97,8 @@ KERNEL = re.compile(r"__wrap_(open|open64|fopen|fopen64|close|ioctl|clock_gettim
 
 def count(command, *, function=None, at_start=True, environment=None, library=LIBRARY):
     """Instructions in user space: all, without those of the simulated board, and those of the split transfer itself;
-    then the calls of each function of the board (`library`). Counted from the start, inside `function`, or where the
-    program switches counting on."""
+    then the number of calls of each function of the board (`library`), by caller and function. Counted from the start,
+    inside `function`, or where the program switches counting on."""
     profile = work / "profile"
     options = ["--tool=callgrind", "--compress-strings=no", "--compress-pos=no", f"--callgrind-out-file={profile}"]
     if function:
@@ -120,7 +120,7 @@ def count(command, *, function=None, at_start=True, environment=None, library=LI
             elif line.startswith("calls="):
                 called = True
                 if library.match(callee) and not library.match(caller):
-                    calls[callee] += int(line[6:].split()[0])
+                    calls[caller, callee] += int(line[6:].split()[0])
             elif line.startswith("totals:"):
                 total = int(line.split()[1])
             elif line[:1].isdigit():
@@ -184,8 +184,12 @@ def through_kernel():
     own = count(boot, function="power_up_and_load_fw*", environment=board({}), library=KERNEL)[1]
     message = "sim::open_transaction()"
     calls = count(boot, environment=board({}), library=re.compile(f"{KERNEL.pattern}|{re.escape(message)}"))[3]
-    messages = calls.pop(message)
-    others = calls.pop("__wrap_ioctl") - messages
+    messages = sum(number for (_, called), number in calls.items() if called == message)
+    by_program = collections.Counter()
+    for (caller, called), number in calls.items():
+        if not caller.startswith("sim::"):  # the simulated board opens files as well
+            by_program[called] += number
+    others = by_program.pop("__wrap_ioctl") - messages
     status_read = 1  # of every run, after the boot
     section("### Through the kernel's drivers", """
         The boot again with `kelvo-spidev`, on the simulated kernel. Counted are the program's own instructions, and the
@@ -196,7 +200,7 @@ def through_kernel():
           ["messages to spidev", messages - status_read,
            want("messages of a boot through the kernel", messages == transactions)],
           ["other calls of ioctl: mode, reset line", others, ""],
-          ["other system calls: open, close, clock, sleep", calls.total(), ""])
+          ["other system calls: open, close, clock, sleep", by_program.total(), ""])
 
 
 def pieces():

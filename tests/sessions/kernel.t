@@ -120,6 +120,15 @@ A line or a device that cannot be used: one line with the reason.
   
   kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  $ kernel chip=x; run -t; kernel
+  kelvo-sim: KELVO_SIM_KERNEL: "chip=x" has no meaning
+  = 2
+
+A transfer that fails receives zeros.
+
+  $ kernel unbound=2; KELVO_TRACE=board run -b D | head -n 1; kernel; grep 'spi POWER_UP' board | sed 's/.* < //'
+  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
+  00*16
 
 Signals interrupt no transfer and shorten no wait.
 
