@@ -27,7 +27,7 @@ bool find_pin_controller(std::string& path);
 class Gpio_line {
  public:
   /// Requests the line with its level, so that it is never driven with another one; then changes it. A pull to the same
-  /// level is requested with it: if the kernel makes a released line an input, the pull keeps the level.
+  /// level goes with it: where the kernel makes a released line an input, the pull keeps the level.
   void drive(const Line_place& place, bool high);
 
  private:
