@@ -44,7 +44,8 @@ class Board {
   void clear_record() { recorder_.clear(); }
   /// Off: bytes and waits are not kept; mistakes, refusals and totals always are.
   void set_recording(bool on) { recorder_.set_keeping(on); }
-  /// From now on `observer` is called on every event; it belongs to the caller and must outlive the board or be removed.
+  /// From now on `observer` is called on every event; it belongs to the caller and must outlive the board or be
+  /// removed.
   void add_observer(trace::Observer& observer) { observers_.add(observer); }
   void remove_observer(trace::Observer& observer) { observers_.remove(observer); }
 
