@@ -58,9 +58,14 @@ KELVO_RESET names the line of another board. What cannot be meant ends the run b
   = 2
   kelvo-spidev: KELVO_RESET: /dev/gpiochip2 has lines 0 to 53 only
   = 2
-  $ KELVO_TRACE=none/trace pins -k
+  $ echo mine > notes; for trace in none/trace . notes; do KELVO_TRACE=$trace pins -k; done; cat notes
   kelvo-spidev: none/trace: the trace cannot be written: No such file or directory
   = 2
+  kelvo-spidev: .: the trace cannot be written: Is a directory
+  = 2
+  kelvo-spidev: notes: the trace cannot be written: it exists and is not a trace
+  = 2
+  mine
 
 A kernel that does not keep the level of a released line: the chip falls into reset unless the board's pull prevents it.
 
@@ -89,11 +94,12 @@ A kernel that does not keep the level of a released line: the chip falls into re
 
 A line or a device that cannot be used: one line with the reason.
 
-  $ kernel busy=lirc; run -b D
-  kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc" uses it
+  $ kernel busy=$'lirc\e[8m'; KELVO_TRACE=board run -b D; grep pin board
+  kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc?[8m" uses it
   Could not power up the Si468x
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
+  [1]
   $ kernel gpio_denied=1; run -b D; KELVO_RESET=gpiochip0:23 run -k
   kelvo-spidev: /dev/gpiochip0: Permission denied; join the group gpio
   Could not power up the Si468x

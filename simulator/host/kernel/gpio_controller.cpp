@@ -34,7 +34,7 @@ bool is_valid(const gpio_v2_line_config& config) {
          (config.flags & ~known_flags) == 0 && directions <= 1 && biases <= directions;
 }
 
-// What the request says of its only line; low if it says nothing.
+// The level that the request gives its only line; low if it gives none.
 bool level(const gpio_v2_line_config& config) {
   bool active = false;
   for (uint32_t i = 0; i < config.num_attrs; ++i) {
