@@ -19,20 +19,22 @@ bool begins_as_trace(std::string_view text) {
          text[point] == '.' && text.find_first_not_of(digits, point + 1) == width_of_time && text.back() == ' ';
 }
 
-bool may_be_replaced(const std::string& path) {
+// Why the file at `path` must stay; empty: it may be replaced, or there is none.
+std::string refusal(const std::string& path) {
   std::error_code ignored;  // of a file that does not exist
-  if (!std::filesystem::is_regular_file(path, ignored)) return true;
+  if (!std::filesystem::is_regular_file(path, ignored)) return "";
   std::ifstream old(path);
+  if (!old) return std::strerror(errno);
   std::string start(width_of_time + 1, '\0');
   old.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<size_t>(old.gcount()));
-  return old.is_open() && (start.empty() || begins_as_trace(start));
+  return start.empty() || begins_as_trace(start) ? "" : "it exists and is not a trace";
 }
 
 }  // namespace
 
 std::string open_file(std::ofstream& file, const std::string& path) {
-  if (!may_be_replaced(path)) return "it exists and is not a trace";
+  if (std::string reason = refusal(path); !reason.empty()) return reason;
   file.open(path, std::ios::trunc);
   return file ? "" : std::strerror(errno);
 }

@@ -6,7 +6,7 @@
 
 namespace trace {
 
-/// Opens `file` at `path` for a new trace. It replaces an earlier trace or an empty file, and leaves any other file as it
+/// Opens `file` at `path` for a new trace. An earlier trace or an empty file is replaced, any other file is left as it
 /// is; devices and pipes are written to. @return why it cannot be opened; empty: it is open
 std::string open_file(std::ofstream& file, const std::string& path);
 
