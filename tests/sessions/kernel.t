@@ -3,7 +3,7 @@ Over a kernel: its devices, the reset line, and the trace of a board.
   $ . "$TESTDIR/setup.sh"
   $ kernel() { export KELVO_SIM_KERNEL="$*"; }
   $ run() { kelvo-spidev "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; said ${PIPESTATUS[0]}; }
-  $ pins() { rm -f trace; KELVO_SIM_TRACE=trace run "$@"; [ ! -e trace ] || sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
+  $ pins() { : >trace; KELVO_SIM_TRACE=trace run "$@"; sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
 
 The reset line is touched when it is driven, and gets its level with it. Other runs leave the chip playing.
 
@@ -33,7 +33,7 @@ The controller is found by its label, whatever its number.
        18 
         9 Boot up successful
         9 Si468x shut down
-  $ kernel label=pinctrl-other; run -b D
+  $ kernel label=pinctrl-bcm27; run -b D
   kelvo-spidev: no GPIO controller of a Raspberry Pi; name the reset line, as in KELVO_RESET=gpiochip1:17
   Could not power up the Si468x
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
