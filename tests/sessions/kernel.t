@@ -155,6 +155,11 @@ Nothing that the program prints goes to a device, if standard output is closed.
   0
   [1]
 
+A read in pieces sends nothing but zeros, whatever was sent or received before.
+
+  $ KELVO_TRACE=board example-data_packets-sim >/dev/null; grep -o 'RD_REPLY 4096 > .* <' board | uniq -c
+        5 RD_REPLY 4096 > 00*4096 <
+
 A packet that is longer than the longest transaction.
 
   $ packet() {
