@@ -65,7 +65,7 @@ Cost boot(unsigned image) {
 // Waits of a loop that polls immediately and then after each `step`, for something that takes `time`.
 unsigned waits_for(Time time, Time step) { return static_cast<unsigned>((time + step - Time(1)) / step); }
 
-// The chip's own times, as the simulated chip has them.
+// The times of the simulated chip.
 constexpr Time tune_time = 180ms;
 constexpr Time tune_time_without_signal = 250ms;
 constexpr Time list_time = 450ms;  // from the end of the tune
@@ -86,7 +86,7 @@ const Cost property = command(6) + command(4, 7);
 // The length of the list is read first.
 Cost service_list(unsigned services) { return command(2, 7) + command(2, 13 + services * 28); }
 
-// Of an ensemble: the polls until the list has arrived, and one more that finds it unchanged.
+// For an ensemble: the polls until the list has arrived, and one more that finds it unchanged.
 Cost visit(unsigned services) {
   const Time tuned = waits_for(tune_time, 100ms) * Time(100ms);
   const unsigned waits = waits_for(tune_time + list_time - tuned, 200ms) + 1;
@@ -124,7 +124,7 @@ double ms(Time time) { return std::chrono::duration<double, std::milli>(time).co
 
 class Table {
  public:
-  // The operations print to standard output, which is for the table.
+  // The operations print to standard output, which is reserved for the table.
   Table() : out_(fdopen(dup(STDOUT_FILENO), "w")) {
     if (out_ == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr) std::abort();
     std::cin.setstate(std::ios::eofbit);  // a scan's questions get no answers

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Measures the built programs and writes docs/performance.md. Started by scripts/bench, in the project's root.
+# Measures the built programs and writes docs/performance.md. scripts/bench runs it in the project's root.
 import collections
 import datetime
 import json
@@ -44,7 +44,7 @@ def table(head, *rows):
 
 
 def want(what, met):
-    """A figure that is to hold: the word for the table, and a line at the end when it does not."""
+    """A wanted figure: returns the word for the table, and adds a line at the end if the figure is not reached."""
     if not met:
         missed.append(what)
     return "yes" if met else "NO"
@@ -87,18 +87,18 @@ def bus_bytes(options, environment):
 
 # ---- Counting instructions ----------------------------------------------------------------------------------------
 
-# What the simulated board answers in place of the bcm2835 library.
+# Functions of the simulated board, which replaces the bcm2835 library.
 LIBRARY = re.compile(r"bcm2835_(peri_\w+|gpio_\w+|delay\w*|init|close|spi_(begin|end|set\w+|chipSelect|transfern))$")
 
 
-# What the simulated kernel answers in place of the real one.
+# Functions of the simulated kernel, which replaces the real one.
 KERNEL = re.compile(r"__wrap_(open|open64|fopen|fopen64|close|ioctl|clock_gettime|clock_nanosleep)$")
 
 
 def count(command, *, function=None, at_start=True, environment=None, library=LIBRARY):
     """Instructions in user space: all, without those of the simulated board, and those of the split transfer itself;
-    then the calls of each function of the board (`library`). Counted from the start, inside `function`, or where the
-    program switches counting on."""
+    then the number of calls of each function of the board (`library`), by caller and function. Counted from the start,
+    inside `function`, or where the program switches counting on."""
     profile = work / "profile"
     options = ["--tool=callgrind", "--compress-strings=no", "--compress-pos=no", f"--callgrind-out-file={profile}"]
     if function:
@@ -120,7 +120,7 @@ def count(command, *, function=None, at_start=True, environment=None, library=LI
             elif line.startswith("calls="):
                 called = True
                 if library.match(callee) and not library.match(caller):
-                    calls[callee] += int(line[6:].split()[0])
+                    calls[caller, callee] += int(line[6:].split()[0])
             elif line.startswith("totals:"):
                 total = int(line.split()[1])
             elif line[:1].isdigit():
@@ -145,17 +145,18 @@ def head():
     compiler, counter = (run([tool, "--version"]).stdout.splitlines()[0] for tool in ("g++", "valgrind"))
     section("# Performance", f"""
         Made by `scripts/bench` on {datetime.date.today()} with {compiler} on {platform.machine()}, optimised build.
-        Instructions are those in user space, counted by callgrind ({counter}). Ratios are taken in one run. Figures that
-        depend on the machine come last.""")
+        Instructions are those in user space, counted by callgrind ({counter}). Ratios are taken in one run. Figures
+        that depend on the machine are in the last sections.""")
 
 
 def bus():
     section("## Bus", """
         On the simulated board's clock, with a chip that is always ready, at 7.8125 MHz (1.024 µs a byte). *Least* is
-        computed from the bytes of the commands and replies, one poll for clear-to-send each, and the fixed waits alone;
-        where the chip's own time is polled for, with the times of the simulated chip (a tune 180 ms with a signal and
-        250 ms without, a service list 450 ms later). The ensembles of the scans carry 20 services of one component. The
-        test `Bus.CostsNoMoreThanFixedBytesAndWaits` holds every row to it.""")
+        computed only from the bytes of the commands and replies, one poll for clear-to-send each, and the fixed
+        waits. Where an operation polls until the chip is ready, the times of the simulated chip are used (a tune 180
+        ms with a signal and 250 ms without, a service list 450 ms later). The ensembles of the scans carry 20
+        services of one component. The test `Bus.CostsNoMoreThanFixedBytesAndWaits` checks that no row exceeds its
+        minimum.""")
     say(*run([BUS]).stdout.splitlines(), "")
 
 
@@ -168,9 +169,9 @@ def processor():
     scanned = bus_bytes(["-u"], board(eight))
     _, scan_own, _, _ = count([SIM, "-u"], function="dab_full_scan*", environment=board(eight))
     section("## Processor", """
-        The boot and the scan of 8 ensembles from above, as runs of `kelvo-sim`. Counted is the program's own code,
-        without the simulated board: split transfer, staging, decoding; in the scan, which needs no split transfer, also
-        its lines and its file.""")
+        The boot and the scan of 8 ensembles from above, as runs of `kelvo-sim`. Only the program's own code is
+        counted, not the simulated board: split transfer, staging, decoding. The scan needs no split transfer; its
+        output lines and its file are included.""")
     table(["", "Bus bytes", "Instructions", "Per byte"],
           ["boot, DAB", transferred, boot_own, f"{boot_own / transferred:.1f}"],
           ["of these in the split transfer's loop", "", boot_split, f"{boot_split / transferred:.1f}"],
@@ -184,19 +185,23 @@ def through_kernel():
     own = count(boot, function="power_up_and_load_fw*", environment=board({}), library=KERNEL)[1]
     message = "sim::open_transaction()"
     calls = count(boot, environment=board({}), library=re.compile(f"{KERNEL.pattern}|{re.escape(message)}"))[3]
-    messages = calls.pop(message)
-    others = calls.pop("__wrap_ioctl") - messages
+    messages = sum(number for (_, called), number in calls.items() if called == message)
+    by_program = collections.Counter()
+    for (caller, called), number in calls.items():
+        if not caller.startswith("sim::"):  # the simulated board opens files as well
+            by_program[called] += number
+    others = by_program.pop("__wrap_ioctl") - messages
     status_read = 1  # of every run, after the boot
     section("### Through the kernel's drivers", """
-        The boot again with `kelvo-spidev`, on the simulated kernel. Counted are the program's own instructions, and the
-        system calls of the whole run. A message has one transfer, and the kernel moves its bytes.""")
+        The same boot with `kelvo-spidev`, on the simulated kernel. The table has the program's own instructions, and
+        the system calls of the whole run. A message has one transfer, and the kernel moves its bytes.""")
     table(["", "Boot, DAB", "One for each, as wanted"],
           ["instructions", own, ""],
           ["transactions", transactions - status_read, ""],
           ["messages to spidev", messages - status_read,
            want("messages of a boot through the kernel", messages == transactions)],
           ["other calls of ioctl: mode, reset line", others, ""],
-          ["other system calls: open, close, clock, sleep", calls.total(), ""])
+          ["other system calls: open, close, clock, sleep", by_program.total(), ""])
 
 
 def pieces():
@@ -204,9 +209,10 @@ def pieces():
              "nlohmann_json"]
     cost = {name: count([BESIDE, name], at_start=False)[0] for name in names}
     section("### Split transfer", """
-        4096 bytes beside the bcm2835 library's one call, both on registers that are always ready. The loops are the
-        same; the split one calls the library's register access for each access, the library has it inlined. It stays so:
-        the registers are the library's, and a byte takes the bus 1024 ns.""")
+        4096 bytes, compared with the bcm2835 library's transfer in one call, both on registers that are always
+        ready. The loops are the same, but the split transfer calls the library's functions for each register access,
+        and the library has them inlined. It is kept this way: the registers belong to the library, and a byte takes
+        1024 ns on the bus.""")
     table(["Transfer of 4096 bytes", "Instructions", "Ours to it"],
           ["split transfer", cost["split_transfer"], "1.00"],
           ["`bcm2835_spi_transfern`", cost["one_call_transfer"],
@@ -217,9 +223,9 @@ def pieces():
         return [what, cost[name], f"{cost['driver_json'] / cost[name]:.2f}", wanted]
 
     section("### Service list as JSON", """
-        A list of 145 services with one component each, from the bytes of the chip's reply; the others start from decoded
-        records. All write the same members and values. They break lines elsewhere (ours puts `},{` on one line),
-        RapidJSON's Writer nowhere, which makes its text shorter.""")
+        A list of 145 services with one component each, starting from the bytes of the chip's reply; the other
+        writers start from decoded records. All write the same members and values. They break lines at other places
+        (ours puts `},{` on one line); RapidJSON's Writer breaks none, which makes its text shorter.""")
     table(["Writer", "Instructions", "Ours to it", "Not more, as wanted"], row("driver", "driver_json"),
           row("RapidJSON PrettyWriter, no indent", "rapidjson_json"),
           row("RapidJSON Writer, compact", "rapidjson_compact_json"),
@@ -230,8 +236,8 @@ def start_up():
     ours = count([KELVO, "--version"])[0]
     section("## Start-up", """
         `--version`, from the dynamic loader's first instruction. The C++ library is linked into `kelvo` and
-        `kelvo-spidev` (`KELVO_STATIC_RUNTIME`), since binding the shared one would be most of the start. gpiodetect is plain C with one
-        small library.""")
+        `kelvo-spidev` (`KELVO_STATIC_RUNTIME`), since dynamic linking of the shared one would take most
+        of the start-up time. gpiodetect is plain C with one small library.""")
     spidev = count([SPIDEV, "--version"])[0]
     rows = [["kelvo", ours, "1.00", ""], ["kelvo-spidev", spidev, f"{ours / spidev:.2f}", ""]]
     for name in ["gpiodetect", "v4l2-ctl", "flashrom"]:
@@ -252,9 +258,10 @@ def growth():
         own = count([SIM, "-f", "1", "-g"], function="Si468x_digital_service_list::*", environment=board(air))[1]
         lists.append((n, own))
     section("## Growth", """
-        The program's own instructions against size, and the exponent of the fitted power (1 is linear). Every frequency
-        of these scans carries an ensemble of 20 services; the scan file always has 41 entries, which is what a short
-        scan costs. The lists are read and written as JSON; their services have no components, so that 169 fit.""")
+        The program's own instructions for growing input, and the exponent of the fitted power law (1 is linear).
+        Every frequency of these scans carries an ensemble of 20 services; the scan file always has 41 entries, which
+        dominate the cost of a short scan. The lists are read and written as JSON; their services have no components,
+        so that 169 fit.""")
     for what, points in [("Scan, frequencies", scans), ("Service list, services", lists)]:
         table([what, *[str(n) for n, _ in points], "Exponent"],
               ["instructions", *[cost for _, cost in points], f"{exponent(points):.2f}"],
@@ -289,9 +296,9 @@ def times():
         return f"{min(spans) * 1000:.1f} ms"
 
     section("## Times on this machine", """
-        The whole run of `kelvo-sim` with the built-in broadcast, process included, best of 20: bus and waits, which take
-        no time here, need 941.4 ms for a boot. Medians of processor time
-        by Google Benchmark, the pieces in turn.""")
+        Runs of `kelvo-sim` with the built-in broadcast, including the start of the process, best of 20. On the board's
+        clock, bus and waits of a boot take 941.4 ms; here they take no time. The second table has medians of processor
+        time by Google Benchmark, with the pieces run in turn.""")
     table(["Run", "Wall time"], ["boot, DAB", best(["-b", "D"])],
           ["boot, DAB, `kelvo-spidev` on the simulated kernel", best(["-b", "D"], SPIDEV_SIM)],
           ["full scan", best(["-u"])])
@@ -327,8 +334,9 @@ def survey():
     one = cost([SURVEY, "--json", files[0]])
     size = files[0].stat().st_size
     section("## Scans to JSON and CSV", f"""
-        1,000 scan files of 90 services, {size * 1000 / 1e6:.0f} MB, their labels in ASCII so that they are valid JSON too,
-        beside `jq -c .` ({run(["jq", "--version"]).stdout.strip()}). Wall time, best of three, and peak resident memory.""")
+        1,000 scan files of 90 services, {size * 1000 / 1e6:.0f} MB, with labels in ASCII so that they are also
+        valid JSON, compared with `jq -c .` ({run(["jq", "--version"]).stdout.strip()}). Wall time, best of three, and
+        peak resident memory.""")
     rows = []
     for option in ["--json", "--csv"]:
         seconds, kilobytes = cost([SURVEY, option, *files])

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Toolchain: Debian's cross compiler for 64-bit ARM (Raspberry Pi 3 and 4), and the emulator that runs what it builds.
+# Toolchain: Debian's cross compiler for 64-bit Arm (Raspberry Pi 3 to 5), and the emulator that runs its programs.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)

@@ -3,7 +3,7 @@
 
 #include "fuzz/fuzz.h"
 
-// What can be read can be received: the first ensemble's last list arrives in the driver.
+// A broadcast that can be read can be received: the first ensemble's last list arrives in the driver.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   auto air = parsed(sim::parse_broadcast, {data, size});
   if (!air || air->ensembles.empty() || !air->ensembles[0].acquired || air->ensembles[0].lists.empty()) return 0;

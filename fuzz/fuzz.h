@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the fuzzers share: a chip that answers with the fuzzer's bytes, and the means to judge what comes of them.
+// Shared by the fuzzers: a chip that replies with the fuzzer's bytes, and functions to check the results.
 #pragma once
 
 #include <algorithm>
@@ -17,17 +17,17 @@
 #include "simulator/broadcast/json_reader.h"
 
 using Input = std::span<const uint8_t>;
-/// Memory of exact size, so that the sanitizer sees each access beyond it.
+/// Memory of exact size, so that the sanitizer detects each access beyond it.
 using Block = std::vector<uint8_t>;
 
-/// Ends the run where `what` does not hold.
+/// Ends the run if `what` is false.
 inline void require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();
 }
 
-/// A record with no field at its default, so that one that was left alone differs from one that was cleared.
+/// A record with no field at its default, so that an unchanged record differs from a cleared one.
 template <typename Record>
 Record used() {
   std::array<uint8_t, sizeof(Record)> bytes{};
@@ -35,14 +35,14 @@ Record used() {
   return std::bit_cast<Record>(bytes);
 }
 
-/// As `used` gave it.
+/// Whether the record is unchanged since `used` made it.
 template <typename Record>
 bool untouched(const Record& record) {
   using Bytes = std::array<uint8_t, sizeof(Record)>;
   return std::bit_cast<Bytes>(record) == std::bit_cast<Bytes>(used<Record>());
 }
 
-/// Makes this the board that the driver talks to, with its chip in this state. Reports go nowhere.
+/// Makes this the board that the driver talks to, with its chip in this state. Reports are discarded.
 inline bool start(sim::Board& board, const sim::Chip_state& state) {
   sim::use_board(&board);
   board.set_recording(false);
@@ -50,9 +50,8 @@ inline bool start(sim::Board& board, const sim::Chip_state& state) {
   return Si468x_bus_init() == 0 && std::freopen("/dev/null", "w", stdout) != nullptr;
 }
 
-/// Lets the chip take every command and answer it with bytes of the input: byte 0 is the number of the read (1 the
-/// next, 0 every one) shows bytes 1 to 4 as its status, all others a good one; each reply from its byte 4 on is the
-/// rest.
+/// Lets the chip accept every command and reply with bytes of the input: byte 0 is the number of a read (1 the next, 0
+/// every one), whose status is bytes 1 to 4; all others have a good one. Each reply from its byte 4 on is the rest.
 /// @return that rest, nothing when the input is too short
 inline std::optional<Input> answer(Input input) {
   static sim::Board board({.always_ready = true});
@@ -68,7 +67,7 @@ inline std::optional<Input> answer(Input input) {
   return reply;
 }
 
-/// What `parse` makes of the input, nothing when it complains, which it may do in one line that names the file only.
+/// The result of `parse` for the input; nothing if it fails, which it may only do with one line that names the file.
 template <typename Parse>
 auto parsed(Parse parse, Input input) -> std::optional<decltype(parse({}, {}))> {
   try {

@@ -8,7 +8,7 @@
 #include "survey/picture.h"
 #include "survey/table.h"
 
-// What is read is written as JSON that is read as the same, and no output holds what a terminal obeys.
+// A scan that is written as JSON and read again is unchanged, and no output has characters that control a terminal.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   survey::Scan_file file;
   try {

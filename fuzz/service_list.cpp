@@ -4,7 +4,7 @@
 #include "fuzz/fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  constexpr unsigned telling = 24;  // services in JSON: more of them cost time and show nothing new
+  constexpr unsigned telling = 24;  // services in JSON: more only cost time
   constexpr std::string_view label = "\"Label\": \"";
   constexpr size_t label_length = 16;
   if (!answer({data, size})) return 0;
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
   }
 
-  // Labels are in the JSON as the chip's bytes. Blanked, the rest is well formed whatever the chip sent.
+  // Labels are in the JSON as the chip's bytes. With blanks instead, the JSON is well formed whatever the chip sent.
   if (list.num_services > telling) return 0;
   std::stringstream json;
   list.json_print_data(json);

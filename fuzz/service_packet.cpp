@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fuzz/fuzz.h"
 
-// The first two bytes are the size of the caller's buffer, what follows is the chip's answer.
+// The first two bytes are the size of the caller's buffer, the rest is the chip's reply.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   constexpr size_t header = 25;
   constexpr size_t payload_in_reply = 20;

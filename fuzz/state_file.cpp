@@ -3,7 +3,7 @@
 
 #include "fuzz/fuzz.h"
 
-// A state that can be read is written and read back the same; so is what a board makes of it.
+// A state that can be read is written and read back unchanged; so is the state of a board that starts from it.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static sim::Board board;
   const auto state = parsed(sim::parse_state, {data, size});

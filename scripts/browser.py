@@ -12,7 +12,7 @@ import tempfile
 
 WIDTHS = {"telephone": 360, "desk": 1280}
 
-# What is wrong with the page on display, as a list of lines. Text is read against the nearest background behind it;
+# Lists what is wrong with the displayed page, one line each. The contrast of a text is that to its nearest background;
 # 4.5 is the contrast ratio that WCAG asks for.
 CHECK = """(() => {
   const wrong = [];

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Read by the other scripts. They all work from the project's root and stop at the first failure.
+# Included by the other scripts. They all run in the project's root and stop at the first failure.
 set -eu
 CDPATH= cd -- "$(dirname "$0")/.."
 
@@ -7,7 +7,7 @@ build_packages="g++ make cmake libbcm2835-dev nlohmann-json3-dev"
 test_packages="libgtest-dev python3-cram"
 bench_packages="libbenchmark-dev rapidjson-dev valgrind"
 
-# A compiler takes up to 400 MB: as many at once as there are processors and memory for. JOBS=N overrides.
+# A compiler takes up to 400 MB: run as many at once as processors and memory allow. JOBS=N overrides.
 jobs=$(awk -v most="$(nproc)" '/^MemAvailable:/ { most = $2 / 400000 < most ? int($2 / 400000) : most }
   END { print most < 1 ? 1 : most }' /proc/meminfo 2>/dev/null) || jobs=1
 jobs=${JOBS:-$jobs}
@@ -21,8 +21,8 @@ for folder in . build build-*; do
   fi
 done
 
-# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that names the command.
-# NAME:ARCHITECTURE is a package of another processor.
+# install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that has the command.
+# NAME:ARCHITECTURE is a package for another processor.
 install() {
   missing=""
   for package in "$@"; do
@@ -40,7 +40,7 @@ install() {
   for package in $missing; do
     case $package in *:*) architectures="$architectures ${package#*:}" ;; esac
   done
-  # One call, so that sudo asks once. An index that is stale may still know the packages.
+  # One call, so that sudo asks once. A stale index may still list the packages.
   $as_root sh -c '
     for architecture in $1; do dpkg --add-architecture "$architecture"; done
     apt-get update >/dev/null 2>&1

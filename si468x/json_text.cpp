@@ -16,13 +16,17 @@ void Json_text::raw(std::string_view text) {
   length_ += text.size();
 }
 
+// Straight into the buffer: most of a report is numbers.
 void Json_text::number(Json_key key, uint32_t value, std::string_view end) {
-  std::array<char, 10> digits{};  // the highest number is 4294967295
-  const char* const digits_end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  raw("\"");
-  raw(key.text());
-  raw("\": ");
-  raw({digits.data(), static_cast<size_t>(digits_end - digits.data())});
+  constexpr std::string_view colon = "\": ";
+  constexpr size_t most_digits = 10;  // the highest number is 4294967295
+  if (text_.size() - length_ < 1 + Json_key::longest + colon.size() + most_digits) flush();
+  char* at = text_.data() + length_;
+  *at++ = '"';
+  at = std::copy(key.text().begin(), key.text().end(), at);
+  at = std::copy(colon.begin(), colon.end(), at);
+  at = std::to_chars(at, at + most_digits, value).ptr;
+  length_ = static_cast<size_t>(at - text_.data());
   raw(end);
 }
 

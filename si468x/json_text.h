@@ -11,9 +11,11 @@
 /// The key of a member: a literal that is not empty. The rows of text reports have none.
 class Json_key {
  public:
+  static constexpr size_t longest = 40;
+
   constexpr Json_key() = default;
   consteval Json_key(const char* text) : text_(text) {
-    if (text_.empty()) throw "a member has no key";
+    if (text_.empty() || text_.size() > longest) throw "a member has no key, or a very long one";
   }
   constexpr std::string_view text() const { return text_; }
 

@@ -15,7 +15,7 @@ constexpr size_t deepest = 8;            // the members of a component
 constexpr size_t most_members = 64;      // of one object
 constexpr size_t most_values = 2000000;  // of one file: some 200 MB
 
-/// Reads text and leaves the place that it has come to where others see it.
+/// Reads text and stores its current place for others to read.
 class Observed {
  public:
   using iterator_category = std::input_iterator_tag;
@@ -37,7 +37,7 @@ class Observed {
   const char** place_;
 };
 
-/// Takes the parser's events and makes the tree of them.
+/// Builds the tree from the parser's events.
 class Builder {
  public:
   using Json = nlohmann::json;

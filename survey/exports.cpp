@@ -9,7 +9,7 @@ namespace survey {
 
 namespace {
 
-// What begins with one of these a spreadsheet calculates, unless it is a number; four of them are full-width forms.
+// A spreadsheet calculates a text that begins with one of these, unless it is a number; four are full-width forms.
 bool is_formula(std::string_view text) {
   constexpr std::u32string_view beginnings = U"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What scan files say, as plain records: the same whatever the output.
+// The content of scan files as plain records, the same for every output.
 #pragma once
 
 #include <cstdint>

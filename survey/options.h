@@ -13,5 +13,5 @@ struct Options {
   std::vector<std::string> files;
 };
 
-/// Ends the program for --help, --version and, with status 2, for a command line that cannot be meant.
+/// Ends the program for --help, --version and, with status 2, for an invalid command line.
 Options read_options(int argc, char** argv);

@@ -9,7 +9,7 @@
 
 namespace survey {
 
-/// What the reader of a table has before them.
+/// The terminal that a table is made for.
 struct Terminal {
   size_t width = 0;     ///< columns; 0: no terminal, nothing is cut
   bool unicode = true;  ///< its locale is UTF-8; otherwise the text is ASCII

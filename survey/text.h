@@ -10,13 +10,13 @@ namespace survey {
 constexpr unsigned utf8_charset = 15;
 
 /// The bytes of a label in character set `charset` (0 EBU Latin, 4 ISO 8859-1, 6 UCS-2 big endian, 15 UTF-8; of any
-/// other set the ASCII characters), without trailing blanks. What has no character becomes U+FFFD.
+/// other set the ASCII characters), without trailing blanks. Bytes without a character become U+FFFD.
 std::string decode_label(std::string_view bytes, unsigned charset);
 
 /// `bytes` with each damaged sequence replaced by U+FFFD.
 std::string valid_utf8(std::string_view bytes);
 
-/// What a terminal or an editor obeys: controls, line and paragraph separators, changes of the writing direction.
+/// Whether a terminal or an editor acts on it: controls, line and paragraph separators, changes of writing direction.
 bool is_control(char32_t character);
 
 /// Valid UTF-8 with each such character replaced by U+FFFD.

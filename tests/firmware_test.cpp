@@ -112,6 +112,10 @@ TEST_F(Image_file, IsDownloadedAsTheSameImageInMemory) {
   EXPECT_EQ(Si468x_load_firmware(path.c_str()), 0);
   EXPECT_EQ(board.sent(), (Frames{load_frame(fw_rom00_patch016bin, 0, 4092), zeros(7),
                                   load_frame(fw_rom00_patch016bin, 4092, 1704), zeros(7)}));
+  write_file(path, std::string(1, '\x5C'));
+  board.clear_record();
+  EXPECT_EQ(Si468x_load_firmware(path.c_str()), 0);
+  EXPECT_EQ(board.sent(), (Frames{{0x04, 0x00, 0x00, 0x00, 0x5C}, zeros(7)}));
 }
 
 TEST_F(Image_file, EachFailureHasItsCode) {

@@ -1,5 +1,5 @@
 #!/bin/bash
-# layers.sh SOURCE_DIR: no file includes a header of a room above its own.
+# layers.sh SOURCE_DIR: no file includes a header of a layer above its own.
 cd "$1" || exit 2
 status=0
 # refuse FILES PATTERN: none of the files includes a header that matches.
@@ -13,6 +13,7 @@ refuse "si468x/spi/*.cpp si468x/spi/*.h" 'si468x/[^/]*"|scan/|frontend/|simulato
 refuse "$driver" 'scan/|frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'scan/*' 'frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'frontend/*' 'simulator/|platform/|survey/|trace/'
+refuse 'platform/*/*' 'si468x/[^/]*"|scan/|frontend/|simulator/|firmware/|survey/'
 refuse 'trace/*' 'si468x/|scan/|frontend/|simulator/|platform/|survey/'
 refuse 'simulator/*/*.cpp simulator/*/*.h' 'si468x/|scan/|frontend/|platform/|firmware/|survey/'
 refuse 'survey/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'

@@ -10,7 +10,7 @@ manual=$(sed -n '/^\.Sh OPTIONS/,/^\.Sh ORDER/p' "$2" |
 diff <(echo "$help") <(echo "$manual") || { echo "< $1 --help   > $2"; exit 1; }
 
 source "$3"
-complete_words() {  # the words of a command line, of which the last is to be completed
+complete_words() {  # the words of a command line; the last one is to be completed
   COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
   _kelvo
   printf '%s\n' "${COMPREPLY[@]}"
@@ -18,7 +18,7 @@ complete_words() {  # the words of a command line, of which the last is to be co
 offered=$(complete_words kelvo - | sort)
 diff <(tr " " "\n" <<<"$help" | grep . | sort) <(echo "$offered") || { echo "< $1 --help   > $3"; exit 1; }
 
-# An option that takes an argument has something else offered after it than options.
+# After an option that takes an argument, the completion does not offer options.
 while read -r short long; do
   after=$(complete_words kelvo "$short" -)
   [[ $long == *= && $after == *--help* || $long != *= && $after != *--help* ]] || continue

@@ -1,7 +1,7 @@
 #!/bin/bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # over_kernel.sh CRAM SOURCE_DIR SESSION: runs a session of the simulated board with a kernel between board and program.
-# over_kernel.sed changes the expected text where that makes a difference.
+# over_kernel.sed adapts the expected text to the differences.
 set -eu
 work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT

@@ -1,9 +1,9 @@
 #!/bin/bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# sudo-rule.sh MANUAL README: the sudo rule in the manual, asked of sudo itself: it allows every command line of the
-# README and of the manual but the scan, and no scan in any disguise. Exit status 77 (skipped) without sudo or root. Only
-# this script's own processes see the rule: it is mounted over /etc/sudoers in a mount namespace. It names another
-# program there, since sudo wants one that exists.
+# sudo-rule.sh MANUAL README: checks with sudo that its rule in the manual allows every command line of the README
+# and of the manual except the scan, and no scan, however it is written. Exit status 77 (skipped) without sudo or root.
+# Only this script's own processes see the rule: it is mounted over /etc/sudoers in a mount namespace. It names another
+# program there, since sudo requires one that exists.
 if [ "${3-}" != inside ]; then
   command -v sudo >/dev/null && [ "$(id -u)" = 0 ] && unshare -m true 2>/dev/null || exit 77
   exec unshare -m bash "$0" "$1" "$2" inside

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Run by cpack between installing into a folder for each package and packing it: changes what Debian's rules want
-# different from what `cmake --install` installs.
+# cpack runs this after installing into a folder for each package and before packing it: makes the changes to the files
+# of `cmake --install` that Debian's rules require.
 set(revision ${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 foreach(package ${CPACK_COMPONENTS_ALL})
   set(usr ${CPACK_TEMPORARY_DIRECTORY}/${package}/usr)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // The bcm2835 library's functions that a driver of the board calls, and the four split transfers, over the kernel's
-// drivers. The first are declared in the library's own header.
+// drivers. The library's own header declares the former.
 #include <bcm2835.h>
 
 #include <algorithm>
@@ -48,8 +48,8 @@ int bcm2835_close(void) {
   return 1;
 }
 
-// The kernel has given SPI0 its pins, of which GPIO 7 is the other chip select, and a line gets its function with its
-// level.
+// No effect: the kernel has set up the pins of SPI0, including GPIO 7, the other chip select; a line gets its function
+// together with its level.
 void bcm2835_gpio_fsel(uint8_t /*pin*/, uint8_t /*mode*/) {}
 void bcm2835_gpio_set_pud(uint8_t /*pin*/, uint8_t /*pud*/) {}
 
@@ -63,8 +63,8 @@ void bcm2835_spi_end(void) {
   if (link != nullptr) link->end_spi();
 }
 
-// bcm2835_spi_begin has set up the device with all of this: it takes mode, bit order and polarity in one go, and the
-// speed with each transfer.
+// No effect: bcm2835_spi_begin sets mode, bit order and polarity of the device in one call, and each transfer has its
+// speed.
 void bcm2835_spi_setBitOrder(uint8_t /*order*/) {}
 void bcm2835_spi_setDataMode(uint8_t /*mode*/) {}
 void bcm2835_spi_setClockDivider(uint16_t /*divider*/) {}

@@ -11,8 +11,8 @@
 
 namespace kernel {
 
-/// The trace of a run: what the program does to the board, at the times of the monotonic clock since its start. Without
-/// a file nothing is written and no time is read.
+/// The trace of a run: the program's actions on the board, with the monotonic time since the start. Without a file
+/// nothing is written and the clock is not read.
 class Board_trace {
  public:
   /// Replaces an earlier trace at `path`; empty: no trace. Ends the program if the file cannot be written.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user is told on standard error: one line each, which begins with the program's name and follows all of the
+// Messages to the user on standard error: one line each, which begins with the program's name and follows all of the
 // program's own output.
 #pragma once
 
@@ -10,7 +10,7 @@ namespace kernel {
 /// The system's text for an error number.
 std::string reason(int error);
 
-/// A fault of the board's devices. Only the first of a run is printed: the faults that follow come from the same cause.
+/// A fault of the board's devices. Only the first of a run is printed: later faults come from the same cause.
 void report(const std::string& fault);
 /// The next fault is the first of a run.
 void expect_first_fault();

@@ -19,7 +19,7 @@ static_assert(sizeof(gpiochip_info) == 68 && sizeof(gpio_v2_line_request) == 592
 
 struct Known_controller {
   std::string_view label;
-  const char* keeps_levels;  // the parameter of its driver: whether a released line goes on driving its level
+  const char* keeps_levels;  // the parameter of its driver: whether a released line keeps driving its level
 };
 constexpr Known_controller known_controllers[] = {
     {"pinctrl-bcm2835", "/sys/module/pinctrl_bcm2835/parameters/persist_gpio_outputs"},  // Raspberry Pi Zero to 3
@@ -27,7 +27,7 @@ constexpr Known_controller known_controllers[] = {
     {"pinctrl-rp1", "/sys/module/pinctrl_rp1/parameters/persist_gpio_outputs"},          // 5
 };
 
-// The kernel ends these texts with a zero byte; one that fills its field is cut.
+// The kernel ends these texts with a zero byte; a text that fills its field is truncated.
 template <size_t size>
 std::string text(const char (&field)[size]) {
   return {field, std::find(field, field + size, '\0')};
@@ -111,7 +111,7 @@ bool Gpio_line::drive(const Line_place& place, bool high) {
   return fault.empty();
 }
 
-// @return what is wrong; empty: nothing
+// @return the error; empty if there is none
 std::string Gpio_line::request(const Line_place& place, const gpio_v2_line_config& config) {
   Device_file controller;
   int error = controller.open(place.controller);

@@ -20,7 +20,7 @@ struct Line_place {
 int read_controller(const std::string& path, gpiochip_info& info);
 
 /// The device file of the controller of a Raspberry Pi's pins, found by its label: its number differs between models
-/// and kernels. @return false: there is none, which is reported
+/// and kernels. @return false if there is none; this is reported
 bool find_pin_controller(std::string& path);
 
 /// An output of this program, until the object or the program ends. Faults are reported.

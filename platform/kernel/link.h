@@ -11,8 +11,8 @@
 
 namespace kernel {
 
-/// The link of a run to the board. A line is touched only when it is driven: requested earlier it would need a level,
-/// and a wrong one resets a chip that plays.
+/// The link of a run to the board. A line is requested only when it is driven: an earlier request would need a
+/// level, and the wrong one resets a playing chip.
 class Link {
  public:
   /// Ends the program when its settings cannot be used.

@@ -8,7 +8,7 @@
 
 namespace kernel {
 
-/// What the environment variables choose. An empty variable counts as not set.
+/// The values of the environment variables. An empty variable counts as not set.
 struct Settings {
   std::optional<Line_place> reset;  ///< KELVO_RESET, as in "gpiochip1:17"; nothing: the pin that the driver names
   std::string trace;                ///< KELVO_TRACE, the file for the trace; empty: none

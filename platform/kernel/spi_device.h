@@ -15,10 +15,10 @@ inline constexpr uint32_t longest_transaction = 4096;
 class Spi_device {
  public:
   bool open();
-  /// Mode 0, most significant bit first, chip select active low: the device keeps what its last user has set.
+  /// Sets mode 0, most significant bit first, chip select active low: the device keeps the settings of its last user.
   bool set_up();
-  /// One whole transaction at 7.8125 MHz, or what the kernel rounds this down to. Each byte is replaced by the byte
-  /// received while it was sent; all by zeros if the transfer fails.
+  /// One whole transaction at 7.8125 MHz, or the next lower speed of the controller. Each byte is replaced by the byte
+  /// received while it was sent, or by zero if the transfer fails.
   void transfer(uint8_t* bytes, uint32_t length);
 
  private:

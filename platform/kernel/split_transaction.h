@@ -12,9 +12,9 @@ namespace kernel {
 /// One transaction in several pieces, over a device that takes only whole ones: not every controller keeps chip select
 /// active between two messages.
 ///
-/// A transaction that writes is gathered and sent at its end; its pieces receive zeros. One that reads (it begins with
-/// a byte 0, as the chip's RD_REPLY does) reads ahead at its first piece and hands out what was read. A piece that goes
-/// beyond the longest transaction is reported; it receives zeros, and a transaction that writes is not sent.
+/// The bytes of a write are collected and sent at its end; its pieces receive zeros. A read (it begins with a byte 0,
+/// as the chip's RD_REPLY does) reads ahead at its first piece and returns the bytes piece by piece. A piece beyond
+/// the longest transaction is reported; it receives zeros, and a write is then not sent.
 class Split_transaction {
  public:
   /// `exchange` makes one whole transaction; each byte is replaced by the byte received while it was sent.
@@ -31,7 +31,7 @@ class Split_transaction {
   Exchange exchange_;
   State state_ = State::empty;
   std::array<uint8_t, longest_transaction> bytes_{};
-  uint32_t used_ = 0;  // bytes gathered, or handed out
+  uint32_t used_ = 0;  // bytes collected, or returned
 };
 
 }  // namespace kernel

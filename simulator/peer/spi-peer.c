@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 /*
- * SPI controller whose bus leads to user space: the process that has
+ * SPI controller with its bus in user space: the process that has
  * /dev/spi-peer open is the device at chip select 0, which the kernel gives to
  * spidev as /dev/spidev0.0.
  *
@@ -27,11 +27,11 @@
 enum spi_peer_state {
 	SPI_PEER_IDLE,
 	SPI_PEER_OFFERED,	/* a message waits for the process to read it */
-	SPI_PEER_TAKEN,		/* read, its answer is to come */
+	SPI_PEER_TAKEN,		/* read, not yet answered */
 	SPI_PEER_ANSWERED,
 };
 
-/* For everything below, except that a wait reads the state without it. */
+/* Protects everything below, except that a wait reads the state without it. */
 static DEFINE_MUTEX(lock);
 static DECLARE_WAIT_QUEUE_HEAD(changed);
 static enum spi_peer_state state;
@@ -128,7 +128,7 @@ static struct miscdevice spi_peer_device = {
 	.fops = &spi_peer_operations,
 };
 
-/* Waits, with the bytes to send in place, until the received ones are. */
+/* The bytes to send are in place: waits for the received ones. */
 static int spi_peer_exchange(void)
 {
 	int err = 0;
@@ -162,7 +162,7 @@ static int spi_peer_transfer(struct spi_message *message)
 	memset(&header, 0, sizeof(header));
 	header.mode = message->spi->mode;
 	list_for_each_entry(transfer, &message->transfers, transfer_list) {
-		/* Not every controller keeps chip select as it asks. */
+		/* Not every controller keeps chip select as cs_change asks. */
 		if (transfer->cs_change)
 			return -EINVAL;
 		header.length += transfer->len;
@@ -192,7 +192,7 @@ static int spi_peer_transfer(struct spi_message *message)
 	return err;
 }
 
-/* The SPI core calls it for one message after the other. */
+/* The SPI core calls this for one message at a time. */
 static int spi_peer_transfer_one_message(struct spi_controller *host,
 					 struct spi_message *message)
 {
@@ -217,7 +217,7 @@ static int __init spi_peer_init(void)
 	parent = platform_device_register_simple("spi-peer", -1, NULL, 0);
 	if (IS_ERR(parent))
 		return PTR_ERR(parent);
-	/* its names for the roles changed after Linux 6.1; this one stayed */
+	/* Linux renamed these roles after 6.1, but kept this name */
 	host = __spi_alloc_controller(&parent->dev, 0, false);
 	if (!host)
 		return -ENOMEM;

@@ -5,7 +5,7 @@
 
 /* clang-format off */
 
-/* What a read of /dev/spi-peer gives first; the bytes sent follow. */
+/* The first bytes of a read of /dev/spi-peer; the bytes sent follow. */
 struct spi_peer_message {
 	__u32 length;	/* bytes in all transfers of the message */
 	__u32 speed_hz;	/* of the fastest transfer */

@@ -2,9 +2,9 @@
 //
 // kelvo-spi-peer LINE COMMAND [ARGUMENT...]
 //
-// The simulated board at the end of a real kernel's SPI bus, where spi-peer.c is the controller: runs COMMAND and,
-// until it ends, gives the chip the bytes of every message and the level of the reset line, which the kernel's
-// simulated GPIO controller shows in the file LINE. The exit status is COMMAND's.
+// The simulated board on a real kernel's SPI bus, with spi-peer.c as the controller: runs COMMAND and, until it ends,
+// passes the bytes of every message and the level of the reset line to the chip. The kernel's simulated GPIO controller
+// shows that level in the file LINE. The exit status is that of COMMAND.
 #include <bcm2835.h>
 #include <fcntl.h>
 #include <linux/spi/spi.h>
@@ -47,8 +47,8 @@ int open_file(const char* path, int flags) {
   return descriptor;
 }
 
-/// The bus, as the kernel drives it, with the board of the KELVO_SIM_ variables at its end. The board's time is kept
-/// equal to the monotonic clock: bytes take as long as on a wire.
+/// The bus that the kernel drives, with the board of the KELVO_SIM_ variables. The board's time is kept equal to the
+/// monotonic clock: bytes take as long as on a wire.
 class Bus {
  public:
   explicit Bus(const char* line) : line_path_(line), line_(open_file(line, O_RDONLY)) {

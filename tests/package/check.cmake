@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs the build BUILD_DIR into a folder of its own under WORK_DIR. The manual, the completion and the documents are
-# there, and each of the broadcast files can be used. The project beside this file is built against the library: its
-# program for the board is turned away from a machine that is no Raspberry Pi, the example finds the simulated board as kelvo-sim left it.
+# Installs the build BUILD_DIR into a folder of its own under WORK_DIR and checks that the manual, the completion and the
+# documents are installed and that each of the broadcast files can be used. Builds the project in this folder against the
+# library: its program for the board must refuse a machine that is not a Raspberry Pi, and the example must find the
+# simulated board in the state that kelvo-sim left.
 function(run)
   execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 endfunction()
@@ -35,7 +36,7 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${WORK_DIR}/build -DCMAKE_P
     -DEXAMPLE=${share}/doc/libsi468x-dev/examples/component_info.cpp -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 
-# user PROGRAM STATUS TEXT: what a program of the other project prints, and its exit status.
+# user PROGRAM STATUS TEXT: runs a program of the other project and checks its exit status and output.
 function(user program status text)
   execute_process(COMMAND ${EMULATOR} ${program} RESULT_VARIABLE found OUTPUT_VARIABLE output ERROR_VARIABLE output
     WORKING_DIRECTORY ${WORK_DIR})

@@ -65,7 +65,7 @@ The boot: its order, waits, pins and texts.
   Si468x shut down
   
 
-The driver waits for a chip that needs its time.
+The driver waits for a slow chip.
 
   $ KELVO_SIM_BROADCAST= run -b D
   Boot up successful
@@ -92,7 +92,7 @@ After a failed power-up no image is sent; the SPI link stays up.
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-A patch that does not arrive: the chip is held in reset, then the message is printed. No further chunk is sent.
+The download of the patch fails: the chip is held in reset, then the message is printed. No further chunk is sent.
 
   $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 2, "status_bits": "00 00 00 04"}]'
   $ boot -b D
@@ -128,7 +128,7 @@ A patch that does not arrive: the chip is held in reset, then the message is pri
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-An image that does not arrive: the message is printed, then the chip is held in reset.
+The download of an image fails: the message is printed, then the chip is held in reset.
 
   $ air '"faults": [{"command": "HOST_LOAD", "occurrence": 4, "status_bits": "40 00 00 00"}]'
   $ boot -b D
@@ -177,7 +177,7 @@ An application that does not start.
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-Start-up, and a system in which SPI is switched off.
+Start-up, first with SPI enabled, then with SPI switched off.
 
   $ air
   $ KELVO_SIM_TRACE=/dev/stdout kelvo-sim -b X | sed -n '/^ /s/^ *[0-9.]* pin/pin/p'

@@ -48,7 +48,7 @@ The service was stopped, so it can be started again. Without a running applicati
   The service cannot be started (code 32).
   [1]
 
-The third does everything from reset on. The simulated chip only counts the bytes of an image.
+The third example does everything from reset on. The simulated chip only counts the bytes of an image.
 
   $ head -c 5796 /dev/zero > patch
   $ head -c 521448 /dev/zero > image

@@ -7,7 +7,7 @@ Faults, the variables of the simulated board, and what its trace shows.
   Tuned.
   
 
-A file of faults is laid over whatever broadcast is chosen; faults of both apply.
+A file of faults applies in addition to any broadcast file; the faults of both files apply.
 
   $ air '"faults": [{"command": "DAB_DIGRAD_STATUS", "status_bits": "40 00 00 00"}]'
   $ faults '{"command": "0xBC", "reply": "E0 07 03 07 09 05 00"}'
@@ -18,7 +18,7 @@ A file of faults is laid over whatever broadcast is chosen; faults of both apply
   $ (unset KELVO_SIM_BROADCAST; run -t)
   2016-3-7T9:5:0Z
 
-A fault that was never triggered is a warning, and a line of the trace.
+A fault that was never triggered causes a warning and a line in the trace.
 
   $ faults '{"command": "DAB_GET_TIME", "occurrence": 2, "cts_never": true}, {"transaction": 900, "bus": "ones"}'
   $ KELVO_SIM_TRACE=trace run -t
@@ -28,7 +28,7 @@ A fault that was never triggered is a warning, and a line of the trace.
   never triggered DAB_GET_TIME, occurrence 2
   never triggered transaction 900
 
-A fault that cannot be meant is refused: one line with its place, exit status 2.
+An invalid fault is refused: one line with its place, exit status 2.
 
   $ refused() { kelvo-sim -t 2>&1 | sed "1,7d; s|$PWD/||"; said ${PIPESTATUS[0]}; }
   $ while read -r fault; do faults "$fault"; refused; done << END
@@ -80,13 +80,13 @@ A fault that cannot be meant is refused: one line with its place, exit status 2.
   = 2
   $ unset KELVO_SIM_FAULTS
 
-A misspelt variable is a warning.
+A misspelt variable causes a warning.
 
   $ KELVO_SIM_BRAODCAST=x.json run -t
   kelvo-sim: warning: KELVO_SIM_BRAODCAST is not a variable of the simulated board
   2026-3-7T9:5:0Z
 
-The trace shows what a person waits for, and of the image download the beginning of each chunk.
+The trace shows the events that a user waits for, and only the beginning of each chunk of an image.
 
   $ trace() { KELVO_SIM_TRACE=trace run "$@" > /dev/null; sed -En 's/^ *[0-9.]+ '"$kind"' //p' trace; }
   $ kind=chip trace -f 33; kind=chip trace -f 2; kind=chip trace -b F -x

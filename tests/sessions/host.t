@@ -7,7 +7,7 @@ Faults of the host: closed and full files, missing input, directories that canno
   Tuned.
   
 
-Standard output closed, or full: the work is done anyway.
+Standard output closed or full: the actions are carried out anyway.
 
   $ kelvo-sim -g -d >&-
   $ kelvo-sim -g -d > /dev/full
@@ -40,7 +40,7 @@ Standard input that ends before an answer, or is closed: the questions are still
   Thank you
   $ rm ensemblescan__.json
 
-A file of the scan's name is replaced as a whole. One that cannot be written is unchanged, and nothing is printed.
+An existing file with the scan's name is replaced. If it cannot be written, it is unchanged and nothing is printed.
 
   $ head -c 1000000 /dev/zero > ensemblescan_1_x.json
   $ printf '\n\n1\nx\n' | run -u | tail -n 1
@@ -56,7 +56,7 @@ A file of the scan's name is replaced as a whole. One that cannot be written is 
   Thank you
   $ kill $!; cmp ensemblescan_1_x.json "$(command -v sleep)"
 
-A folder of that name.
+A folder with that name.
 
   $ mkdir ensemblescan_2_y.json
   $ printf '\n\n2\ny\n' | run -u | tail -n 1
@@ -68,13 +68,13 @@ A working directory that not even root can write.
   $ (cd /proc && printf '\n\n1\nx\n' | run -u | tail -n 1)
   Thank you
 
-A disc that is full.
+A full disk.
 
   $ ln -s /dev/full ensemblescan_3_z.json
   $ printf '\n\n3\nz\n' | run -u | tail -n 1
   Thank you
 
-Each line is flushed as it is written, into a pipe too: the first lines of a scan in real time arrive while it runs.
+Each line is flushed as it is written, even into a pipe: the first lines of a scan in real time arrive while it runs.
 
   $ KELVO_SIM_REALTIME=1 kelvo-sim -u < /dev/null > said 2>&1 & disown
   $ for i in $(seq 100); do ! grep -qs 'SPI bus enabled' said || break; sleep 0.05; done

@@ -1,11 +1,11 @@
-Over a kernel: its devices, the reset line, and the trace of a board.
+kelvo-spidev on a simulated kernel: devices, reset line, and the trace of a board.
 
   $ . "$TESTDIR/setup.sh"
   $ kernel() { export KELVO_SIM_KERNEL="$*"; }
   $ run() { kelvo-spidev "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; said ${PIPESTATUS[0]}; }
   $ pins() { : >trace; KELVO_SIM_TRACE=trace run "$@"; sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
 
-The reset line is touched when it is driven, and gets its level with it. Other runs leave the chip playing.
+The reset line is requested, with its level, only when it is driven. Other runs leave the chip playing.
 
   $ pins -b D -f 33
   Boot up successful
@@ -39,7 +39,7 @@ The controller is found by its label, whatever its number.
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-KELVO_RESET names the line of another board. What cannot be meant ends the run before anything is touched.
+KELVO_RESET names the line of another board. An invalid value ends the run before any device is accessed.
 
   $ kernel label=pinctrl-other chip=2 line=17; KELVO_RESET=gpiochip2:17 pins -b D
   Boot up successful
@@ -67,7 +67,7 @@ KELVO_RESET names the line of another board. What cannot be meant ends the run b
   = 2
   mine
 
-A kernel that does not keep the level of a released line: the chip falls into reset unless the board's pull prevents it.
+A kernel that does not keep the level of a released line: the chip goes into reset unless the board's pull prevents it.
 
   $ kernel persist=N; pins -b D
   kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: /sys/module/pinctrl_bcm2835/parameters/persist_gpio_outputs is N
@@ -126,6 +126,15 @@ A line or a device that cannot be used: one line with the reason.
   
   kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  $ kernel chip=x; run -t; kernel
+  kelvo-sim: KELVO_SIM_KERNEL: "chip=x" has no meaning
+  = 2
+
+A transfer that fails receives zeros.
+
+  $ kernel unbound=2; KELVO_TRACE=board run -b D | head -n 1; kernel; grep 'spi POWER_UP' board | sed 's/.* < //'
+  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
+  00*16
 
 Signals interrupt no transfer and shorten no wait.
 
@@ -136,7 +145,7 @@ Signals interrupt no transfer and shorten no wait.
   
   $ cmp interrupted whole
 
-The trace of a board is the simulated one's without what only that knows.
+The trace of a board equals that of the simulated board, without the events that only the simulated board can show.
 
   $ KELVO_TRACE=board KELVO_SIM_TRACE=simulated run -b D -f 33 -g | tail -n 1
   } (no-eol)
@@ -149,7 +158,7 @@ The trace of a board is the simulated one's without what only that knows.
   2026-3-7T9:5:0Z
   kelvo-spidev: /dev/full: the trace could not be written
 
-Nothing that the program prints goes to a device, if standard output is closed.
+With standard output closed, printed text does not go to a device.
 
   $ KELVO_TRACE=board kelvo-spidev -g >&-; grep -c ServId board
   0
@@ -160,7 +169,7 @@ A read in pieces sends nothing but zeros, whatever was sent or received before.
   $ KELVO_TRACE=board example-data_packets-sim >/dev/null; grep -o 'RD_REPLY 4096 > .* <' board | uniq -c
         5 RD_REPLY 4096 > 00*4096 <
 
-A packet that is longer than the longest transaction.
+A packet longer than the longest transaction.
 
   $ packet() {
   >   air; sed -i 's/"text": "Weiher"}], "segments": \[/&{"text": "'"$(printf "%$1s" .)"'"}, /' "$KELVO_SIM_BROADCAST"

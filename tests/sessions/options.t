@@ -7,7 +7,7 @@ The command line.
   Tuned.
   
 
-Playing needs both ids; without them the run goes on. Digits count up to the first other character.
+Playing needs both ids; without them the run continues. A number ends at the first other character.
 
   $ for ids in "" "-e 17333" "-c 12" "-e 0 -c 12" "-e x -c 12"; do run -p $ids -l 0; done
   To play, a service id and component id have to be given
@@ -89,7 +89,7 @@ no ensemble ends the run: no volume, no report, and the chip is not shut down.
   SET_PROPERTY 13 00 00 08 01 00
   SET_PROPERTY 13 00 00 08 02 00
 
-Help, version and usage errors come before the board is touched, and the start lines before them.
+Help, version and usage errors are printed before the board is accessed, and after the start lines.
 
   $ export KELVO_SIM_BROADCAST=/no/such/file
   $ kelvo-sim --help

@@ -1,4 +1,4 @@
-The production program on a machine that is no Raspberry Pi.
+The production program on a machine that is not a Raspberry Pi.
 
   $ [ ! -e /proc/device-tree/compatible ] || exit 80
   $ kelvo -b D -k

@@ -42,7 +42,7 @@ From power-up to a playing service; a later run finds the chip as this one left 
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-The actions run in one order, whatever the order of the options.
+The actions run in a fixed order, whatever the order of the options.
 
   $ run -b D
   Boot up successful

@@ -1,4 +1,4 @@
-Every report, every field with a value of its own.
+Every report; each field has a different value.
 
   $ . "$TESTDIR/setup.sh"
   $ report() { run "$1" $2 | diff "$TESTDIR/../expected/$3" -; }
@@ -52,7 +52,7 @@ The names of the images.
   Firmware image running the sysstate CMD:    unknown
   Firmware image running the sysstate CMD:    unknown
 
-What cannot be read prints as zeros.
+Values that cannot be read print as zeros.
 
   $ faults '{"command": "DAB_DIGRAD_STATUS", "status_bits": "40 00 00 00"}'
   $ report -d -j digrad_status_zero.json

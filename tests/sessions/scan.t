@@ -121,7 +121,7 @@ The answers go into the file as typed, and they make its name; without a directo
   ./ensemblescan_d
   ./ensemblescan_d/e_f.json
 
-Services and time are written independently; what failed is left out.
+Services and time are written independently; whichever cannot be read is left out.
 
   $ three ', "faults": [{"command": "DAB_GET_TIME", "cts_never": true}]'
   $ printf '\n\nno\ntime\n' | run -u | grep ^Found
@@ -145,7 +145,7 @@ Services and time are written independently; what failed is left out.
   "month": 3,
   "day": 7,
 
-What failed at one ensemble is not filled with what the one before it sent.
+A value that cannot be read is not replaced by the value of the ensemble before it.
 
   $ three ', "faults": [{"command": "GET_DIGITAL_SERVICE_LIST", "occurrence": 3, "status_bits": "40 00 00 00"},
   >                    {"command": "DAB_GET_TIME", "occurrence": 2, "status_bits": "40 00 00 00"}]'
@@ -176,7 +176,7 @@ The bar has a dash for each dB, up to 255.
   200
   200
 
-A frequency list that could not be read: the scan tunes by index, and its lines show 0 kHz.
+The frequency list cannot be read: the scan tunes by index, and its lines show 0 kHz.
 
   $ three ', "faults": [{"command": "DAB_GET_FREQ_LIST", "occurrence": 2, "status_bits": "40 00 00 00"}]'
   $ run -u < /dev/null | grep Scanning
@@ -184,8 +184,8 @@ A frequency list that could not be read: the scan tunes by index, and its lines 
   Scanning frequency: 0 kHz. Found signal with RSSI: ----------------------------------------
   Scanning frequency: 0 kHz. Found signal with RSSI: ---------
 
-A service list is stable when a version that was announced as new is still there at a later poll; a later version
-replaces the remembered one.
+A service list is stable when a later poll still reports the version that was announced as new; a newer version replaces
+the remembered one.
 
   $ event() { echo '{"command": "DAB_GET_EVENT_STATUS", "occurrence": '$1', "reply": "'"$2"'"}'; }
   $ three ', "faults": ['"$(event 1 '00 01 05 00'), $(event 2 '01 01 05 00'), $(event 3 '01 01 06 00'),

@@ -1,8 +1,8 @@
-The simulated board: its files, its memory between runs, its trace.
+The simulated board: its files, its state between runs, its trace.
 
   $ . "$TESTDIR/setup.sh"
 
-A broadcast file that cannot be used: one line that names the place, and exit status 2.
+An invalid broadcast file: one line that names the place, and exit status 2.
 
   $ while read -r text; do
   >   printf '%s' "$text" > air.json; kelvo-sim -b D 2>&1 | tail -n 1 | sed 's|.*/air.json: ||'
@@ -47,7 +47,7 @@ A broadcast file that cannot be used: one line that names the place, and exit st
   $ [ -e board.json ]
   [1]
 
-More than there may be of something is refused before it is read.
+Too many elements are refused before they are read.
 
   $ many() { printf "%s," $(yes "$1" | head -n "$2") | sed 's/,$//'; }
   $ lists() { echo "{\"ensembles\": [{\"index\": 33, \"signal\": {}, \"lists\": [{\"version\": 1, \"services\": [$1]}]}]}"; }
@@ -66,7 +66,8 @@ More than there may be of something is refused before it is read.
   $ head -c 17000000 /dev/zero | refused
   more than 16 MiB
 
-The reader of service lists takes 4089 bytes: 60 services with 11 components each, but not one component more; ids may be hexadecimal.
+The driver reads service lists of up to 4089 bytes: 60 services with 11 components each, but not one component more. Ids
+may be hexadecimal.
 
   $ components() { for c in $(seq "$1"); do echo "{\"tmid\":0,\"subchannel\":$c}"; done | paste -sd,; }
   $ eleven=$(components 11)
@@ -79,14 +80,14 @@ The reader of service lists takes 4089 bytes: 60 services with 11 components eac
           "component_id": 11,
           "service_id": 17333
 
-A number beyond every range, which fuzzing found.
+A number beyond every range; fuzzing found this.
 
   $ echo '{"time": {"year": 1e999}}' > air.json
   $ run -b D | sed "s|$PWD/||"
   kelvo-sim: air.json: a number is too large
   = 2
 
-The files that docs/simulator.md shows can be used.
+The files in docs/simulator.md are valid.
 
   $ json() { sed -n '/^```json/,/^```/p' "$TESTDIR/../../docs/simulator.md" | awk '/^```json/ { n++ } !/^```/ && n == '"$1"; }
   $ json 1 > air.json
@@ -97,13 +98,13 @@ The files that docs/simulator.md shows can be used.
   
   2016-3-7T9:5:0Z
 
-Its labels of other than ASCII characters are the same name, in both character sets.
+Its two non-ASCII labels decode to the same name, each in its character set.
 
   $ json 2 > air.json; run -b D -f 33 -g | LC_ALL=C sed -n 's/\x99/\xc3\xbc/; s/\x8d/\xc3\x9f/; s/ *",$//; /Label/p'
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
 
-Where the state file is kept.
+The location of the state file.
 
   $ air
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
@@ -119,7 +120,7 @@ Where the state file is kept.
   Boot up successful
   
 
-A state that the broadcast no longer fits.
+A state that does not match the broadcast any more.
 
   $ run -b D -f 33 -p -e 17333 -c 12
   Boot up successful
@@ -159,7 +160,7 @@ The trace: one line for each event, and totals.
   kelvo-sim: notes: the trace cannot be written: it exists and is not a trace
   mine
 
-A program that waits for what never comes is stopped.
+A program that waits for something that never happens is stopped.
 
   $ air '"faults": [{"transaction": 3, "bus": "never_done"}]'
   $ kelvo-sim -b D | tail -n 1; echo "= ${PIPESTATUS[0]}"

@@ -1,10 +1,10 @@
-The state file of the simulated board: what is no state is never lost, and no run loses what another changed.
+The state file of the simulated board: no other file is ever lost, and no run loses the changes of another.
 
   $ . "$TESTDIR/setup.sh"
   $ short() { sed "s|$PWD/||g"; }
   $ boot() { kelvo-sim -b D 2>&1 > /dev/null | short; }
 
-A file that is no state: the chip starts in reset, the file is kept under another name, the next one beside it.
+A file that is not a state file: the chip starts in reset, and the file is kept under another name, numbered if needed.
 
   $ while read -r text; do
   >   printf '%s' "$text" > board.json; run -i | short | head -n 2
@@ -42,14 +42,14 @@ A file that is no state: the chip starts in reset, the file is kept under anothe
   board.json.bad.7
   [1] (no-eol)
 
-Every name taken: the file stays where it is.
+All these names are taken: the file stays where it is.
 
   $ touch board.json.bad.{7..99}; echo mine > board.json
   $ boot; cat board.json; rm board.json*
   kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset and its state is not kept: the file cannot be renamed: File exists
   mine
 
-/dev/null keeps nothing, also behind a link. What is no file is left alone.
+/dev/null keeps nothing, even behind a link. Anything but a regular file is left alone.
 
   $ KELVO_SIM_STATE=/dev/null boot
   $ ln -s /dev/null board.json; boot; rm board.json
@@ -68,7 +68,7 @@ Every name taken: the file stays where it is.
   fifo
   folder
 
-Behind a symbolic link the target is replaced in its own folder, with its permissions.
+The target of a symbolic link is replaced in its own folder and keeps its permissions.
 
   $ ln -s folder/real board.json; boot; ls folder; chmod 640 folder/real
   real
@@ -80,7 +80,7 @@ Behind a symbolic link the target is replaced in its own folder, with its permis
   real
   real.bad
 
-A disc that is full leaves the old state, and no draft.
+A full disk: the old state stays, and no draft is left.
 
   $ boot; cp board.json before
   $ (ulimit -f 0; trap '' XFSZ; kelvo-sim -k 2>&1 > /dev/null) | short
@@ -103,7 +103,7 @@ Drafts of killed runs are removed, and nothing else.
   board.json.draft-999999997
   board.json.draft-PID
 
-Of two runs at once that each change one thing, neither change is lost. Their lock file goes with them.
+Two runs at once each change one thing: neither change is lost, and their lock file is removed.
 
   $ for n in 1 2 3 4 5 6 7 8; do
   >   boot; kelvo-sim -l $n > /dev/null & kelvo-sim -f $n > /dev/null & wait
@@ -133,7 +133,7 @@ A run that waits for another one prints a line.
   $ flock board.json.lock sleep 2 & until [ -e board.json.lock ]; do sleep 0.01; done; boot
   kelvo-sim: board.json: waiting for another run that uses this file
 
-A killed run leaves a lock file that holds up nobody; what somebody else has in a file of that name stays.
+The lock file of a killed run blocks nobody; a file of somebody else with that name is kept.
 
   $ (KELVO_SIM_REALTIME=1 exec kelvo-sim -u < /dev/null > /dev/null 2>&1) & disown
   $ until [ -e board.json.lock ]; do sleep 0.01; done; kill -s KILL $!

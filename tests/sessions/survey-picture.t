@@ -1,9 +1,9 @@
-The picture in docs/ is what the program makes of two scans.
+The program makes the picture in docs/ from two scans.
 
   $ "$TESTDIR/../../scripts/survey-scans" .
   $ kelvo-survey --svg roof.json suburb.json | diff "$TESTDIR/../../docs/survey.svg" -
 
-The page of a scan whose answers and labels are markup has its own elements alone, and no control characters.
+Answers and labels that contain markup and control characters add neither to the page.
 
   $ kelvo-survey --html hostile.json > page.html
   $ grep -o '<[a-z]*' page.html | sort -u | tr '\n' ' '

@@ -1,5 +1,6 @@
-Two places, from what is on the air to the comparison. The first label holds what JSON readers refuse or change: D7, a
-backslash, a quote, a line feed and a zero; the others and the answers what a terminal or a spreadsheet would obey.
+Two places, from the broadcast to the comparison. The first label contains bytes that JSON readers refuse or change:
+D7, a backslash, a quote, a line feed and a zero. The others and the answers contain what a terminal or a spreadsheet
+would execute.
 
   $ . "$TESTDIR/setup.sh"
   $ export LC_ALL=C.UTF-8
@@ -58,7 +59,7 @@ Tables.
   5B   176640   ####       40  17  99   5*
   5C   178352   ###        33  no DAB
 
-On a terminal there is colour, unless it is not wanted.
+The table has colours on a terminal, unless NO_COLOR is set.
 
   $ script -qc "kelvo-survey $cellar" /dev/null < /dev/null | grep -c $'\e\[36m'
   1
@@ -66,7 +67,8 @@ On a terminal there is colour, unless it is not wanted.
   0
   [1]
 
-For other programs. JSON is one line a file; read again, also after another program has written it, it is the same.
+For other programs. JSON has one line for each file; read back, even after another program has rewritten it, it is the
+same.
 
   $ kelvo-survey --json $roof $cellar > both.json
   $ head -n 1 both.json | python3 -m json.tool > pretty.json
@@ -91,12 +93,12 @@ For other programs. JSON is one line a file; read again, also after another prog
   "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen","audio","None",17336,15 (esc)
   "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","Daten","data","None",3771727873,49161 (esc)
 
-The same scan after an editor that has moved lines, but no byte of a label or an answer.
+The same scan after an editor has moved lines without changing a byte of a label or an answer.
 
   $ sed -E 's/^"/    "/; s/^( *"[A-Z][A-Za-z]*": [0-9]+,)$/\1\r/; $a\' $roof | sed -z 's/},\n *"ensemble/}, "ensemble/' > edited
   $ head -n 1 both.json | cmp - <(kelvo-survey --json edited)
 
-Nothing is printed of several files where one is none.
+Nothing is printed if one of several files is not a scan.
 
   $ head -n 30 $roof > cut.json
   $ kelvo-survey --csv $roof cut.json $cellar
@@ -109,7 +111,7 @@ Nothing is printed of several files where one is none.
   kelvo-survey: nowhere.json: cannot be opened: No such file or directory
   [1]
 
-By name: upper and lower case are the same, and a whole name goes before a part. Only numbers are printed.
+By name: upper and lower case are not distinguished, and a whole name is preferred to a part. Only numbers are printed.
 
   $ kelvo-survey --play MÜNCHEN $roof $cellar
   -f 1 -e 17336 -c 15 -p
@@ -137,7 +139,7 @@ By name: upper and lower case are the same, and a whole name goes before a part.
   $ kelvo-survey --svg --csv $roof 2>&1 | head -n 1
   kelvo-survey: only one output can be chosen
 
-Help, manual and completion have the same options.
+Help, manual and completion list the same options.
 
   $ packaging=$TESTDIR/../../packaging
   $ options() { grep -oE -e '--[a-z]+' | sort -u; }

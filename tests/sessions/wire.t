@@ -145,7 +145,7 @@ No ensemble at this index.
   Could not tune to frequency
   
 
-After a tune that is refused or never completes, the acquired ensemble alone decides.
+After a tune that is refused or never completes, only the acquired ensemble decides the result.
 
   $ run -b D
   Boot up successful

@@ -12,18 +12,18 @@ namespace sim {
 /// A GPIO controller of the kernel, and the lines that programs have requested from it.
 class Gpio_controller {
  public:
-  /// What its lines are wired to.
+  /// How its lines are wired.
   struct Wiring {
-    bool to_board = false;     ///< to the pins of the same numbers; otherwise to nothing
-    uint32_t reset_line = 23;  ///< but this one to the pin of the chip's reset
-    bool keeps_levels = true;  ///< a line that is released goes on driving its level; otherwise it becomes an input
+    bool to_board = false;     ///< to the pins with the same numbers; otherwise not connected
+    uint32_t reset_line = 23;  ///< except this one: to the pin of the chip's reset
+    bool keeps_levels = true;  ///< a released line keeps driving its level; otherwise it becomes an input
   };
 
   Gpio_controller(std::string label, uint32_t lines, Wiring wiring)
       : label_(std::move(label)), lines_(lines), wiring_(wiring) {}
 
   const std::string& label() const { return label_; }
-  /// A line that something else uses.
+  /// Marks a line as used by another program.
   void occupy(uint32_t line, const std::string& consumer) { consumers_[line] = consumer; }
 
   // The ioctls, of one line each. @return 0, or a negative error number

@@ -21,7 +21,7 @@ Kernel* kernel = nullptr;
 
 }  // namespace
 
-// A Raspberry Pi has further controllers, of lines that are not on its connector.
+// A Raspberry Pi has further controllers, for lines that are not on its connector.
 Kernel::Kernel(const Kernel_settings& settings) : settings_(settings), spidev_(settings.bufsiz, settings.unbound) {
   const auto path = [](uint32_t number) { return controller_prefix + std::to_string(number); };
   Gpio_controller pins(settings.label, 54,
@@ -91,7 +91,7 @@ std::string Kernel::parameter(const std::string& path) const {
   return is_there && settings_.persist != "none" ? settings_.persist + "\n" : "";
 }
 
-// The board is made first, so that its state is written after the lines were released.
+// The board is created first, so that its state is written after the lines are released.
 Kernel& current_kernel() {
   if (kernel == nullptr) {
     static_cast<void>(current_board());
@@ -101,7 +101,7 @@ Kernel& current_kernel() {
   return *kernel;
 }
 
-// The board closes files as well while it is made.
+// The board also closes files while it is created.
 void close_in_kernel(int descriptor) {
   if (kernel != nullptr && kernel->has_open(descriptor)) kernel->close(descriptor);
 }

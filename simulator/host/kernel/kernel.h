@@ -18,19 +18,19 @@ class Kernel {
   Kernel& operator=(const Kernel&) = delete;
   ~Kernel() = default;
 
-  /// @return whether the file is one of this kernel's, there or not
+  /// @return whether the path belongs to this kernel, even if the file does not exist
   static bool is_device(const std::string& path);
   /// 0 if the program may open the device file; otherwise an error number.
   int access(const std::string& path) const;
   /// From now on `descriptor` is this device file.
   void open(int descriptor, const std::string& path);
   bool has_open(int descriptor) const { return files_.contains(descriptor); }
-  /// @return as the kernel returns it: negative, an error number
+  /// @return the kernel's result; a negative one is an error number
   int control(int descriptor, unsigned long request, void* argument);
   void close(int descriptor);
   void close_all();
 
-  /// The text of a module's parameter; empty: there is no such file.
+  /// The text of a module's parameter; empty if there is no such file.
   std::string parameter(const std::string& path) const;
   /// Whether a signal interrupts this call.
   bool interrupts() { return settings_.interrupted != 0 && (++calls_ % 2) != 0; }
@@ -50,10 +50,10 @@ class Kernel {
   unsigned calls_ = 0;
 };
 
-/// The kernel of the program, configured by its environment and made on the first call. At the end of the program it
-/// closes what is still open.
+/// The kernel of the program, configured by its environment and created on the first call. At the end of the program it
+/// closes all open files.
 Kernel& current_kernel();
-/// Closes one of its files; nothing for other descriptors.
+/// Closes one of its files; does nothing for other descriptors.
 void close_in_kernel(int descriptor);
 
 }  // namespace sim

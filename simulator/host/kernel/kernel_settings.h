@@ -6,18 +6,18 @@
 
 namespace sim {
 
-/// A kernel's configuration: KELVO_SIM_KERNEL, a row of words NAME=VALUE such as "chip=4 label=pinctrl-rp1". Whether
-/// SPI is enabled and whether the user may use the devices is the broadcast file's, as on a board without a kernel.
+/// A kernel's configuration: KELVO_SIM_KERNEL, words NAME=VALUE such as "chip=4 label=pinctrl-rp1". The broadcast file
+/// decides whether SPI is enabled and whether the user may use the devices, as it does without a kernel.
 struct Kernel_settings {
   uint32_t chip = 0;                      ///< number of the GPIO controller with the board's pins
   std::string label = "pinctrl-bcm2711";  ///< and its label
-  uint32_t line = 23;                     ///< the line of it that the chip's reset is wired to
+  uint32_t line = 23;                     ///< its line that the chip's reset is wired to
   std::string persist = "Y";              ///< its driver's parameter persist_gpio_outputs; "none": it has none
   std::string busy{};                     ///< who uses the reset line; empty: nobody
   uint32_t bufsiz = 4096;                 ///< spidev's parameter
-  uint32_t unbound = 0;                   ///< the number of the message at which the device goes; 0: it stays
+  uint32_t unbound = 0;                   ///< number of the message at which the device is removed; 0: never
   uint32_t gpio_denied = 0;               ///< 1: the user may not open GPIO controllers
-  uint32_t interrupted = 0;               ///< 1: a signal interrupts each second ioctl and each second sleep
+  uint32_t interrupted = 0;               ///< 1: a signal interrupts every second ioctl and every second sleep
 };
 
 /// Ends the program with status 2 if the variable cannot be used.

@@ -18,12 +18,12 @@ namespace sim {
 namespace {
 
 constexpr uint32_t core_hz = 250'000'000;
-constexpr uint32_t fastest_hz = 125'000'000;  // of the device, where a transfer names no speed
+constexpr uint32_t fastest_hz = 125'000'000;  // of the device, used if a transfer has no speed
 constexpr uint32_t dma_alignment = 128;
 
 uint32_t aligned(uint32_t length) { return (length + dma_alignment - 1) / dma_alignment * dma_alignment; }
 
-// The largest speed that is not above the wanted one.
+// The highest speed that is not above the wanted one.
 uint16_t divider(uint32_t wanted_hz) {
   const uint32_t exact = (core_hz + wanted_hz - 1) / wanted_hz;
   return static_cast<uint16_t>(std::min(exact + exact % 2, uint32_t{65534}));
@@ -50,7 +50,7 @@ int Spidev_driver::control(unsigned long request, void* argument) {
   return message(static_cast<const spi_ioc_transfer*>(argument), size / sizeof(spi_ioc_transfer));
 }
 
-// Each transfer takes room in the driver's two buffers with its length rounded up to what DMA needs.
+// Each transfer occupies its length, rounded up for DMA, in the driver's two buffers.
 int Spidev_driver::check(const spi_ioc_transfer* transfers, uint32_t count) const {
   uint64_t to_send = 0;
   uint64_t to_receive = 0;

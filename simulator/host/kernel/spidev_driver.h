@@ -13,7 +13,7 @@ class Spidev_driver {
   /// `bufsiz`: the module's parameter. The device is removed at message number `unbound`, if that is not 0.
   Spidev_driver(uint32_t bufsiz, uint32_t unbound) : bufsiz_(bufsiz), unbound_(unbound) {}
 
-  /// @return what the driver returns: negative, an error number
+  /// @return the driver's result; a negative one is an error number
   int control(unsigned long request, void* argument);
 
  private:

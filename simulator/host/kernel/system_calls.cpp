@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The system calls that platform/kernel makes. The linker leads every call of the program here (--wrap); those for
-// other files go on to the system. Time is the board's.
+// The system calls that platform/kernel makes. The linker redirects every call of the program here (--wrap); calls for
+// other files are passed on to the system. Time is the board's.
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
-#include <cstdarg>
 #include <cstdio>
 #include <ctime>
 #include <new>
@@ -18,7 +17,9 @@
 
 namespace {
 
-using Open = int(const char* path, int flags, ...);
+// Callers pass `mode` only with O_CREAT; otherwise it is not read. Variable arguments are passed in the same places as
+// fixed ones, so these definitions do without the ellipsis of the declarations.
+using Open = int(const char* path, int flags, mode_t mode);
 using Open_stream = FILE*(const char* path, const char* mode);
 
 int open_null() { return ::open("/dev/null", O_RDWR | O_CLOEXEC); }
@@ -32,17 +33,13 @@ int open_device(const char* path) {
   return descriptor;
 }
 
-int open_file(Open* real, const char* path, int flags, mode_t mode) {
-  return sim::Kernel::is_device(path) ? open_device(path) : real(path, flags, mode);
-}
-
 FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
   if (sim::Kernel::is_device(path)) {
     errno = sim::current_kernel().access(path);
     return errno == 0 ? real("/dev/null", mode) : nullptr;
   }
   if (std::string(path).starts_with("/sys/module/")) {
-    static std::string text;  // as long as the stream
+    static std::string text;  // lives as long as the stream
     text = sim::current_kernel().parameter(path);
     errno = ENOENT;
     return text.empty() ? nullptr : fmemopen(text.data(), text.size(), mode);
@@ -61,7 +58,7 @@ int control(int descriptor, unsigned long request, void* argument) {
     return -1;
   }
   int result = 0;
-  try {  // callers need not expect that a system call throws
+  try {  // callers do not expect a system call to throw
     result = kernel.control(descriptor, request, argument);
   } catch (const std::bad_alloc&) {
     result = -ENOMEM;
@@ -78,7 +75,7 @@ int read_clock(timespec* time) {
   return 0;
 }
 
-// Interrupted at once: all of the span is left.
+// Interrupted at once: the whole span remains.
 int sleep(const timespec* span, timespec* left) {
   if (sim::current_kernel().interrupts()) {
     *left = *span;
@@ -92,33 +89,24 @@ int sleep(const timespec* span, timespec* left) {
 
 extern "C" {
 
-// The linker gives these their meaning and so their names.
+// The linker prescribes these names.
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp)
 Open __real_open, __real_open64, __wrap_open, __wrap_open64;
 Open_stream __real_fopen, __real_fopen64, __wrap_fopen, __wrap_fopen64;
 int __real_close(int descriptor);
 int __wrap_close(int descriptor);
-int __wrap_ioctl(int descriptor, unsigned long request, ...);
-int __wrap___ioctl_time64(int descriptor, unsigned long request, ...);
+int __wrap_ioctl(int descriptor, unsigned long request, void* argument);
+int __wrap___ioctl_time64(int descriptor, unsigned long request, void* argument);
 int __wrap_clock_gettime(clockid_t clock, timespec* time);
 int __wrap___clock_gettime64(clockid_t clock, timespec* time);
 int __wrap_clock_nanosleep(clockid_t clock, int flags, const timespec* span, timespec* left);
 int __wrap___clock_nanosleep_time64(clockid_t clock, int flags, const timespec* span, timespec* left);
 
-int __wrap_open(const char* path, int flags, ...) {
-  va_list arguments;
-  va_start(arguments, flags);
-  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-  va_end(arguments);
-  return open_file(__real_open, path, flags, mode);
+int __wrap_open(const char* path, int flags, mode_t mode) {
+  return sim::Kernel::is_device(path) ? open_device(path) : __real_open(path, flags, mode);
 }
-
-int __wrap_open64(const char* path, int flags, ...) {
-  va_list arguments;
-  va_start(arguments, flags);
-  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-  va_end(arguments);
-  return open_file(__real_open64, path, flags, mode);
+int __wrap_open64(const char* path, int flags, mode_t mode) {
+  return sim::Kernel::is_device(path) ? open_device(path) : __real_open64(path, flags, mode);
 }
 
 FILE* __wrap_fopen(const char* path, const char* mode) { return open_stream(__real_fopen, path, mode); }
@@ -129,19 +117,10 @@ int __wrap_close(int descriptor) {
   return __real_close(descriptor);
 }
 
-int __wrap_ioctl(int descriptor, unsigned long request, ...) {
-  va_list arguments;
-  va_start(arguments, request);
-  void* const argument = va_arg(arguments, void*);
-  va_end(arguments);
+int __wrap_ioctl(int descriptor, unsigned long request, void* argument) {
   return control(descriptor, request, argument);
 }
-
-int __wrap___ioctl_time64(int descriptor, unsigned long request, ...) {
-  va_list arguments;
-  va_start(arguments, request);
-  void* const argument = va_arg(arguments, void*);
-  va_end(arguments);
+int __wrap___ioctl_time64(int descriptor, unsigned long request, void* argument) {
   return control(descriptor, request, argument);
 }
 
