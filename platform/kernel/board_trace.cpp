@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/kernel/board_trace.h"
 
-#include <cerrno>
-
 #include "platform/kernel/clock.h"
 #include "platform/kernel/errors.h"
 #include "trace/command_names.h"
+#include "trace/trace_file.h"
 
 namespace kernel {
 
 Board_trace::Board_trace(const std::string& path) : path_(path) {
   if (path_.empty()) return;
-  file_.open(path_, std::ios::trunc);
-  if (!file_) refuse(path_ + ": the trace cannot be written: " + reason(errno));
+  if (const std::string fault = trace::open_file(file_, path_); !fault.empty())
+    refuse(path_ + ": the trace cannot be written: " + fault);
   start_of_run_ = kernel::now();
 }
 

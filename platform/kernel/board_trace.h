@@ -15,7 +15,7 @@ namespace kernel {
 /// nothing is written and the clock is not read.
 class Board_trace {
  public:
-  /// Replaces the file at `path`; empty: no trace. Ends the program if the file cannot be written.
+  /// Replaces an earlier trace at `path`; empty: no trace. Ends the program if the file cannot be written.
   explicit Board_trace(const std::string& path);
   Board_trace(const Board_trace&) = delete;
   Board_trace& operator=(const Board_trace&) = delete;

@@ -14,7 +14,10 @@ constexpr int exit_bad_setting = 2;
 
 bool reported = false;
 
-void print(const std::string& line) {
+// Control bytes become '?': names of files, and of the programs that use a line, may have any.
+void print(std::string line) {
+  for (char& c : line)
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
   std::fflush(stdout);
   std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, line.c_str());
 }

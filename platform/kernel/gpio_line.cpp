@@ -100,7 +100,7 @@ bool find_pin_controller(std::string& path) {
   return false;
 }
 
-void Gpio_line::drive(const Line_place& place, bool high) {
+bool Gpio_line::drive(const Line_place& place, bool high) {
   gpio_v2_line_config config = output(high);
   std::string fault;
   if (!line_.is_open())
@@ -108,6 +108,7 @@ void Gpio_line::drive(const Line_place& place, bool high) {
   else if (const int error = line_.control(GPIO_V2_LINE_SET_CONFIG_IOCTL, config); error != 0)
     fault = reason(error);
   if (!fault.empty()) report(place.controller + ": line " + std::to_string(place.offset) + ": " + fault);
+  return fault.empty();
 }
 
 // @return the error; empty if there is none

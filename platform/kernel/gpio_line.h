@@ -28,7 +28,8 @@ class Gpio_line {
  public:
   /// Requests the line with its level, so that it is never driven with another one; then changes it. A pull to the same
   /// level goes with it: where the kernel makes a released line an input, the pull keeps the level.
-  void drive(const Line_place& place, bool high);
+  /// @return false: the line is not driven
+  bool drive(const Line_place& place, bool high);
 
  private:
   std::string request(const Line_place& place, const gpio_v2_line_config& config);

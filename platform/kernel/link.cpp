@@ -35,8 +35,7 @@ void Link::drive(uint8_t pin, bool high) {
     if (!find_pin_controller(controller)) return;
     settings_.reset = Line_place{controller, pin};
   }
-  reset_line_.drive(*settings_.reset, high);
-  trace_.pin(pin, high);
+  if (reset_line_.drive(*settings_.reset, high)) trace_.pin(pin, high);
 }
 
 void Link::wait(trace::Time span) {

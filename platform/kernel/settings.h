@@ -14,7 +14,7 @@ struct Settings {
   std::string trace;                ///< KELVO_TRACE, the file for the trace; empty: none
 };
 
-/// Ends the program when a line cannot be meant or does not exist. The line itself is not touched.
+/// Ends the program when KELVO_RESET is malformed or names no line of this machine. The line itself is not touched.
 Settings read_settings();
 
 }  // namespace kernel

@@ -14,6 +14,7 @@
 #include "simulator/host/state_keeper.h"
 #include "simulator/host/variables.h"
 #include "trace/trace.h"
+#include "trace/trace_file.h"
 
 namespace sim {
 
@@ -124,11 +125,8 @@ class Environment : public trace::Observer {
   void open_trace(std::optional<size_t> most) {
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
-    trace_file_.open(path, std::ios::trunc);
-    if (!trace_file_) {
-      complain(path + ": the trace cannot be written");
-      return;
-    }
+    if (const std::string fault = trace::open_file(trace_file_, path); !fault.empty())
+      return complain(path + ": the trace cannot be written: " + fault);
     board_.add_observer(trace_.emplace(trace_file_, most));
   }
 

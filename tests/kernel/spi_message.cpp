@@ -2,7 +2,7 @@
 //
 // kelvo-spi-message LENGTH...
 //
-// Sends one message with a transfer of each length, all zeros, and prints what the kernel says.
+// Sends one message with a transfer of each length, all zeros, and prints the kernel's result.
 #include <fcntl.h>
 #include <linux/spi/spidev.h>
 #include <sys/ioctl.h>

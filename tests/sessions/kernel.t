@@ -3,7 +3,7 @@ kelvo-spidev on a simulated kernel: devices, reset line, and the trace of a boar
   $ . "$TESTDIR/setup.sh"
   $ kernel() { export KELVO_SIM_KERNEL="$*"; }
   $ run() { kelvo-spidev "$@" 2>&1 | sed '1,/NO WARRANTY/d' | sed '1d; /^SPI bus enabled/,+1d'; said ${PIPESTATUS[0]}; }
-  $ pins() { rm -f trace; KELVO_SIM_TRACE=trace run "$@"; [ ! -e trace ] || sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
+  $ pins() { : >trace; KELVO_SIM_TRACE=trace run "$@"; sed -n 's/^ *[0-9.]* pin/pin/p' trace; }
 
 The reset line is requested, with its level, only when it is driven. Other runs leave the chip playing.
 
@@ -33,7 +33,7 @@ The controller is found by its label, whatever its number.
        18 
         9 Boot up successful
         9 Si468x shut down
-  $ kernel label=pinctrl-other; run -b D
+  $ kernel label=pinctrl-bcm27; run -b D
   kelvo-spidev: no GPIO controller of a Raspberry Pi; name the reset line, as in KELVO_RESET=gpiochip1:17
   Could not power up the Si468x
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
@@ -58,9 +58,14 @@ KELVO_RESET names the line of another board. An invalid value ends the run befor
   = 2
   kelvo-spidev: KELVO_RESET: /dev/gpiochip2 has lines 0 to 53 only
   = 2
-  $ KELVO_TRACE=none/trace pins -k
+  $ echo mine > notes; for trace in none/trace . notes; do KELVO_TRACE=$trace pins -k; done; cat notes
   kelvo-spidev: none/trace: the trace cannot be written: No such file or directory
   = 2
+  kelvo-spidev: .: the trace cannot be written: Is a directory
+  = 2
+  kelvo-spidev: notes: the trace cannot be written: it exists and is not a trace
+  = 2
+  mine
 
 A kernel that does not keep the level of a released line: the chip goes into reset unless the board's pull prevents it.
 
@@ -89,11 +94,12 @@ A kernel that does not keep the level of a released line: the chip goes into res
 
 A line or a device that cannot be used: one line with the reason.
 
-  $ kernel busy=lirc; run -b D
-  kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc" uses it
+  $ kernel busy=$'lirc\e[8m'; KELVO_TRACE=board run -b D; grep pin board
+  kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc?[8m" uses it
   Could not power up the Si468x
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
+  [1]
   $ kernel gpio_denied=1; run -b D; KELVO_RESET=gpiochip0:23 run -k
   kelvo-spidev: /dev/gpiochip0: Permission denied; join the group gpio
   Could not power up the Si468x
@@ -157,6 +163,11 @@ With standard output closed, printed text does not go to a device.
   $ KELVO_TRACE=board kelvo-spidev -g >&-; grep -c ServId board
   0
   [1]
+
+A read in pieces sends nothing but zeros, whatever was sent or received before.
+
+  $ KELVO_TRACE=board example-data_packets-sim >/dev/null; grep -o 'RD_REPLY 4096 > .* <' board | uniq -c
+        5 RD_REPLY 4096 > 00*4096 <
 
 A packet longer than the longest transaction.
 

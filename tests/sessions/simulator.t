@@ -155,7 +155,10 @@ The trace: one line for each event, and totals.
   command POWER_UP 1
   command RD_REPLY 137
   $ KELVO_SIM_TRACE=/no/such/trace run -d | head -n 1
-  kelvo-sim: /no/such/trace: the trace cannot be written
+  kelvo-sim: /no/such/trace: the trace cannot be written: No such file or directory
+  $ echo mine > notes; KELVO_SIM_TRACE=notes run -d | head -n 1; cat notes
+  kelvo-sim: notes: the trace cannot be written: it exists and is not a trace
+  mine
 
 A program that waits for something that never happens is stopped.
 
