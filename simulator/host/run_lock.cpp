@@ -35,11 +35,12 @@ int above_standard(int descriptor) {
 // @return 0 or an error number
 int wait_for_lock(int descriptor, bool& told, const std::function<void()>& waiting) {
   constexpr auto poll_interval = 10ms;
+  constexpr auto notice_after = 1000ms;
   const auto start = std::chrono::steady_clock::now();
   while (!told) {
     if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) return 0;
     if (errno != EWOULDBLOCK && errno != EINTR) return errno;
-    if (std::chrono::steady_clock::now() - start >= 1s) {
+    if (std::chrono::steady_clock::now() - start >= notice_after) {
       waiting();
       told = true;
     }
