@@ -17,7 +17,7 @@ void Json_text::raw(std::string_view text) {
 }
 
 // Straight into the buffer: most of a report is numbers.
-void Json_text::number(Json_key key, uint32_t value, std::string_view end) {
+void Json_text::number(const Json_key& key, uint32_t value, std::string_view end) {
   constexpr std::string_view colon = "\": ";
   constexpr size_t most_digits = 10;  // the highest number is 4294967295
   if (text_.size() - length_ < 1 + Json_key::longest + colon.size() + most_digits) flush();

@@ -33,7 +33,7 @@ class Json_text {
   void raw(std::string_view text);
 
   /// Appends `"key": value` and `end`.
-  void number(Json_key key, uint32_t value, std::string_view end = ",\n");
+  void number(const Json_key& key, uint32_t value, std::string_view end = ",\n");
 
   /// Flushes: ends the report. @return 0
   [[nodiscard]] int end();
