@@ -4,6 +4,10 @@
 
 namespace {
 
+const uint32_t code_at_start = Si468x_ErrorCode;
+
+TEST(Error_code, IsZeroBeforeTheFirstFailure) { EXPECT_EQ(code_at_start, 0U); }
+
 class Exchange : public Tuned_to_33 {
  protected:
   // DAB_GET_TIME as an example of a command with a reply.
