@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Audio output and volume: chip properties, and the messages of the volume.
 #include "frontend/audio.h"
 
 #include <cstdio>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Audio output and volume.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The steps of a boot, with the pauses between them and a message for the step that failed.
 #include "frontend/boot.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The boot of the chip from the embedded images.
 #pragma once
 
 #include <cstdint>

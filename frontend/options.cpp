@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The options as glibc's argp sees them, with their help texts.
 #include "frontend/options.h"
 
 #include <argp.h>

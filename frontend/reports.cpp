@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The reports: records read from the chip and printed as text or JSON. The results of the reads are ignored: what
+// cannot be read prints as 0.
 #include "frontend/reports.h"
 
 #include <array>

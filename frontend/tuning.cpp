@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Tuning and playing, with their messages.
 #include "frontend/tuning.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Tuning and playing by number.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The scan itself: the step for each frequency, and the copies of what it found.
 #include "scan/ensemble_list.h"
 
 #include <algorithm>

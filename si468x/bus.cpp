@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The link with error codes, and the reset pulse.
 #include "si468x/bus.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The digital radio status: one table for its decoding, its report and its JSON.
 #include <array>
 #include <cstdio>
 

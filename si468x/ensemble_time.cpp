@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Date and time of the tuned ensemble.
 #include <array>
 #include <cstdio>
 

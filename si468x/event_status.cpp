@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The events of the tuned ensemble.
 #include "si468x/event_status.h"
 
 #include <array>

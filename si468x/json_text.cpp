@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// JSON text, collected in a buffer on the stack.
 #include "si468x/json_text.h"
 
 #include <algorithm>

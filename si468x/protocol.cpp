@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The exchange that every command makes, and its parts.
 #include "si468x/protocol.h"
 
 #include <bcm2835.h>

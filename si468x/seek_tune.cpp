@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The wait for the end of a tune or a seek.
 #include "si468x/seek_tune.h"
 
 #include <bcm2835.h>

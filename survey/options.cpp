@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The command line, read with argp.
 #include "survey/options.h"
 
 #include <argp.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The chip's commands by name.
 #pragma once
 
 #include <cstdint>

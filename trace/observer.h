@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The events on the bus of a receiver board, real or simulated, and the interface that receives them.
 #pragma once
 
 #include <chrono>

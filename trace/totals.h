@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The sums of a board's trace.
 #pragma once
 
 #include <cstdint>

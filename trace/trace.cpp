@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The trace of a board as text.
 #include "trace/trace.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // The bcm2835 library's functions that a driver of the board calls, and the four split transfers, over the kernel's
 // drivers. The library's own header declares the former.
 #include <bcm2835.h>

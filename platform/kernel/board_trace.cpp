@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The trace of a board, KELVO_TRACE.
 #include "platform/kernel/board_trace.h"
 
 #include "platform/kernel/clock.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The program's link to the board.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// SPI0 with chip select 0, through the kernel's spidev.
 #pragma once
 
 #include <cstdint>

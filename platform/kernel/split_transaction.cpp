@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One transaction in several pieces.
 #include "platform/kernel/split_transaction.h"
 
 #include <algorithm>

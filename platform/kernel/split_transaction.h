@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One transaction in several pieces.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Set-up and transfers of SPI0, and the board's pins, through the bcm2835 library.
 #include "si468x/spi/spi_link.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Split transfers, made with the registers of SPI0 as the library makes its own.
 #include "si468x/spi/split_transfer.h"
 
 #include <bcm2835.h>

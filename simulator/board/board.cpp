@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// A Raspberry Pi's SPI0 and GPIO pins with the receiver chip behind them.
 #include "simulator/board/board.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The observers of one board.
 #pragma once
 
 #include <vector>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Keeps what happened on a simulated board.
 #include "simulator/board/recorder.h"
 
 namespace sim {

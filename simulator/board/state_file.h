@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What a board keeps between runs, as JSON.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Questions about what is on the air.
 #include "simulator/broadcast/broadcast.h"
 
 namespace sim {

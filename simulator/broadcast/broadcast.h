@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What is on the air, as plain records.
 #pragma once
 
 #include <chrono>

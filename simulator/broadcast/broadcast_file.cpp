@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The reader of broadcast files.
 #include "simulator/broadcast/broadcast_file.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The keys of a broadcast file.
 #pragma once
 
 #include <string>

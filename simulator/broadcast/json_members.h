@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One list of members per record of a JSON file, to read, to write and to refuse.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The values of a JSON file, each with its place for messages.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Which images have been downloaded since power-up.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The board that the environment's variables describe.
 #include "simulator/host/environment.h"
 
 #include <charconv>

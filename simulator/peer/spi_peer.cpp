@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // kelvo-spi-peer LINE COMMAND [ARGUMENT...]
 //
 // The simulated board on a real kernel's SPI bus, with spi-peer.c as the controller: runs COMMAND and, until it ends,

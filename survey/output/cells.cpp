@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Widths are those of the locale's characters.
 #include "survey/output/cells.h"
 
 #include <langinfo.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One pass over the records of a scan.
 #include "survey/output/exports.h"
 
 #include <algorithm>

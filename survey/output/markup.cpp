@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Pieces of HTML and SVG.
 #include "survey/output/markup.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Writes the page from its head to its end.
 #include "survey/output/page.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Lays the picture out line by line.
 #include "survey/output/picture.h"
 
 #include <algorithm>

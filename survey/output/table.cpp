@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Fits figures and texts into columns.
 #include "survey/output/table.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Compares entries of equal frequency.
 #include "survey/scan/model.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Checks the tree of a scan and turns it into records.
 #include "survey/scan/reader.h"
 
 #include <algorithm>

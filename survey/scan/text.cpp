@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Character sets and UTF-8.
 #include "survey/scan/text.h"
 
 #include <clocale>

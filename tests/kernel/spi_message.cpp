@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // kelvo-spi-message LENGTH...
 //
 // Sends one message with a transfer of each length, all zeros, and prints the kernel's result.

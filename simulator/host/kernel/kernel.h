@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The device files of a kernel over the simulated board.
 #pragma once
 
 #include <map>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// How the simulated kernel is configured.
 #include "simulator/host/kernel/kernel_settings.h"
 
 #include <charconv>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// How the simulated kernel is configured.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The spidev of the simulated kernel.
 #pragma once
 
 #include <linux/spi/spidev.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // The system calls that platform/kernel makes. The linker redirects every call of the program here (--wrap); calls for
 // other files are passed on to the system. Time is the board's.
 #include <fcntl.h>
