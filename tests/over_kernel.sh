@@ -6,7 +6,7 @@ set -eu
 work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT
 mkdir -p "$work/tests/sessions"
-ln -s "$2/docs" "$2/simulator" "$work"
+ln -s "$2/docs" "$2/scripts" "$2/simulator" "$work"
 ln -s "$2/tests/expected" "$work/tests"
 cp "$2/tests/sessions/setup.sh" "$work/tests/sessions"
 sed -f "$2/tests/over_kernel.sed" "$2/tests/sessions/$3.t" >"$work/tests/sessions/$3.t"

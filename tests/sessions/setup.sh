@@ -1,17 +1,15 @@
 # Read by every session. Each has a folder and a board of its own.
-unset KELVO_SIM_FAULTS KELVO_SIM_KERNEL KELVO_SIM_TRACE KELVO_SIM_TRACE_BYTES KELVO_SIM_REALTIME KELVO_RESET KELVO_TRACE
-unset ARGP_HELP_FMT POSIXLY_CORRECT
+. "$TESTDIR/../../scripts/lib/board.sh"
+clean_environment
 export KELVO_SIM_STATE="$PWD/board.json"
 export KELVO_SIM_BROADCAST="$PWD/air.json"
 default=$TESTDIR/../../simulator/broadcast/files/default.json
 
 # air [MEMBERS]: from now on the built-in broadcast, its clock stopped and its chip always ready, with further members.
 air() {
-  {
-    echo '{"time": {"year": 2026, "month": 3, "day": 7, "hour": 9, "minute": 5}, "chip": {"always_ready": true}'
-    [ -z "$1" ] || echo ", $1"
-    sed '1s/{/,/' "$default"
-  } >"$KELVO_SIM_BROADCAST"
+  with_members "$fixed_time, \"chip\": {\"always_ready\": true}${1:+
+, $1}
+" <"$default" >"$KELVO_SIM_BROADCAST"
 }
 
 # faults FAULT,...: from now on these faults, whatever the broadcast.

@@ -1,6 +1,6 @@
 The program makes the picture in docs/ from two scans.
 
-  $ "$TESTDIR/../../scripts/survey-scans" .
+  $ "$TESTDIR/../browser/scans.sh" .
   $ kelvo-survey --svg roof.json suburb.json | diff "$TESTDIR/../../docs/survey.svg" -
 
 A block too weak to decode has no services and no best place; a single scan has no best place.

@@ -1,21 +1,22 @@
 #!/bin/sh
 # SPDX-License-Identifier: GPL-3.0-or-later
-# survey-scans FOLDER: scans the simulated board's broadcasts from five places into FOLDER, the same files in every run:
+# scans.sh FOLDER: scans the simulated board's broadcasts from five places into FOLDER, the same files in every run:
 # roof, suburb, cellar, village and hostile, whose answers and labels are markup and control characters.
 [ $# -eq 1 ] || { echo "usage: $0 FOLDER" >&2; exit 1; }
-output=$(realpath "$1")
-. "$(dirname "$0")/common.sh"
-PATH=$PATH:$PWD/build
-files=$PWD/simulator/broadcast/files
-cd "$output"
+set -eu
+root=$(realpath "$(dirname "$0")/../..")
+. "$root/scripts/lib/board.sh"
+PATH=$PATH:$root/build
+files=$root/simulator/broadcast/files
+cd "$1"
+clean_environment
 export KELVO_SIM_BROADCAST="$PWD/broadcast.json" KELVO_SIM_STATE="$PWD/board.json"
-unset KELVO_SIM_FAULTS KELVO_SIM_TRACE KELVO_SIM_TRACE_BYTES KELVO_SIM_REALTIME
 
 # scan NAME ANSWER...: scans the broadcast from standard input, with a fixed time added, into NAME.json.
 scan() {
   name=$1
   shift
-  sed '/"time":/d; 1s/{/{"time": {"year": 2026, "month": 3, "day": 7, "hour": 9, "minute": 5},/' >broadcast.json
+  sed '/"time":/d' | with_members "$fixed_time" >broadcast.json
   printf '%s\n' "$@" | kelvo-sim -b D -u >log || { cat log >&2; exit 1; }
   mv "ensemblescan_$3_$4.json" "$name.json"
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""browser.py SCREENSHOTS FILE...: opens HTML and SVG files in headless Chromium, as on a telephone and on a desk, light
+"""check.py SCREENSHOTS FILE...: opens HTML and SVG files in headless Chromium, as on a telephone and on a desk, light
 and dark, and checks them. Saves a screenshot of each. Exit status 1 if a check fails."""
 import base64
 import json
@@ -34,10 +34,13 @@ CHECK = """(() => {
   for (let node; (node = seen.nextNode());) {
     const element = node.parentElement;
     if (!node.data.trim() || element.closest('style, title, desc, head, .words')) continue;
+    if (element.closest(root.clientWidth < 640 ? '.long' : '.short')) continue;
     texts += 1;
     const style = getComputedStyle(element);
     const svg = element.localName == 'text';
-    const [a, b] = [luminance(svg ? style.fill : style.color), luminance(background(element))];
+    const badge = element.matches('.number') && element.previousElementSibling;
+    const behind = badge ? getComputedStyle(badge).fill : background(element);
+    const [a, b] = [luminance(svg ? style.fill : style.color), luminance(behind)];
     const contrast = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
     const name = JSON.stringify(node.data.trim().slice(0, 40));
     if (contrast < 4.5) wrong.push(`contrast ${contrast.toFixed(1)} of ${name}`);
@@ -49,9 +52,11 @@ CHECK = """(() => {
     if (!element.closest('.chart') && box.right > limit + 1) wrong.push(`${name} ends at ${box.right} of ${limit}`);
   }
   for (const level of document.querySelectorAll('.level')) {
-    const share = level.getBoundingClientRect().width / level.previousSibling.getBoundingClientRect().width;
-    if (!(Math.abs(100 * share - parseInt(level.getAttribute('width'))) < 1))
-      wrong.push(`a bar of ${level.getAttribute('width')} fills ${share}`);
+    const length = level.getAttribute('width');
+    const width = level.getBoundingClientRect().width;
+    const whole = level.previousSibling.getBoundingClientRect().width;
+    if (!(Math.abs(length.endsWith('%') ? 100 * width / whole - parseInt(length) : width - length) < 1))
+      wrong.push(`a bar of ${length} is ${width} of ${whole}`);
   }
   if (texts < 5) wrong.push(`${texts} texts only`);
   return wrong;
@@ -83,7 +88,7 @@ class Chromium:
         while b"\0" not in self.buffer:
             data = os.read(self.input, 1 << 16)
             if not data:
-                sys.exit("browser.py: chromium has ended")
+                sys.exit("check.py: chromium has ended")
             self.buffer += data
         message, self.buffer = self.buffer.split(b"\0", 1)
         return json.loads(message)
@@ -97,7 +102,7 @@ class Chromium:
         while (answer := self.receive()).get("id") != self.last:
             self.events.append(answer)
         if "error" in answer:
-            sys.exit(f"browser.py: {method}: {answer['error']['message']}")
+            sys.exit(f"check.py: {method}: {answer['error']['message']}")
         return answer["result"]
 
     def wait_for(self, method):

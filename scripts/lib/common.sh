@@ -21,6 +21,26 @@ for folder in . build build-*; do
   fi
 done
 
+# quietly COMMAND...: prints what the command prints only if it fails, and then ends the script. On a slow machine the
+# last line, cmake's percentage for example, appears on standard error every 30 seconds.
+quietly() {
+  output=$(mktemp)
+  while sleep 30 >/dev/null 2>&1 && kill -0 $$; do tail -n 1 "$output" | cut -c 1-100 >&2; done </dev/null >/dev/null &
+  progress=$!
+  result=0
+  "$@" >"$output" 2>&1 || result=$?
+  kill $progress
+  [ $result = 0 ] || cat "$output" >&2
+  rm -f "$output"
+  [ $result = 0 ] || exit $result
+}
+
+# build_programs TARGET...: configures the default build with the tests and builds these targets.
+build_programs() {
+  quietly cmake --preset default -DBUILD_TESTING=ON
+  quietly cmake --build --preset default --parallel "$jobs" --target "$@"
+}
+
 # install PACKAGE...: installs those of Debian's packages that are missing, or ends with one line that has the command.
 # NAME:ARCHITECTURE is a package for another processor.
 install() {
@@ -42,9 +62,10 @@ install() {
   done
   # One call, so that sudo asks once. A stale index may still list the packages.
   $as_root sh -c '
+    lock="-o DPkg::Lock::Timeout=120"  # another apt may be running
     for architecture in $1; do dpkg --add-architecture "$architecture"; done
-    apt-get update >/dev/null 2>&1
-    why=$(DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $2 2>&1 >/dev/null) ||
+    apt-get $lock update >/dev/null 2>&1
+    why=$(DEBIAN_FRONTEND=noninteractive apt-get $lock install -y --no-install-recommends $2 2>&1 >/dev/null) ||
       { echo "$why" | grep "^E:" | head -n 1 >&2; exit 1; }' install "$architectures" "$missing" ||
     { echo "$0: cannot install; please run as root: apt-get install$missing" >&2; exit 1; }
 }
