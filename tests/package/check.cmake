@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the build BUILD_DIR into a folder of its own under WORK_DIR and checks that the manual, the completion and the
-# documents are installed and that each of the broadcast files can be used. Builds the project in this folder against the
+# documents are installed and that each of the broadcast files can be used. Builds the project in program/ against the
 # library: its program for the board must refuse a machine that is not a Raspberry Pi, and the example must find the
 # simulated board in the state that kelvo-sim left.
 function(run)
@@ -32,7 +32,7 @@ foreach(broadcast ${broadcasts})
   endif()
 endforeach()
 
-run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
+run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/program -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
     -DEXAMPLE=${share}/doc/libsi468x-dev/examples/component_info.cpp -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 
