@@ -86,8 +86,7 @@ int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   std::puts("Starting...kelvo DAB radio client");
   std::puts(argp_program_version);
-  arguments options;
-  parse_command_line(argc, argv, options);
+  const arguments options = read_options(argc, argv);
   print_new_start_banner();
   try {
     return run(options);

@@ -6,6 +6,8 @@
 
 #include <cstdlib>
 
+// The version of the command line: its options and texts, which releases of the project (PROJECT_VERSION) do not
+// change.
 const char* argp_program_version = "kelvo 1.0.0";
 const char* argp_program_bug_address = "<kelvo@example.org>";
 
@@ -52,8 +54,24 @@ constexpr argp_option options[] = {
 // 32 on some processors: service ids and the low bits of any number are then the same everywhere.
 int32_t number(const char* text) { return static_cast<int32_t>(std::strtoll(text, nullptr, 10)); }
 
+// The options without an argument.
+constexpr struct {
+  int key;
+  int32_t arguments::*flag;
+} flags[] = {
+    {'k', &arguments::shutdown},     {'i', &arguments::chip_info}, {'d', &arguments::digrad_status},
+    {'n', &arguments::event_status}, {'t', &arguments::datetime},  {'g', &arguments::digital_service_list},
+    {'p', &arguments::play},         {'x', &arguments::next},      {'r', &arguments::rds_status},
+    {'j', &arguments::format_json},  {'u', &arguments::full_scan},
+};
+
 error_t parse_opt(int key, char* arg, argp_state* state) {
   auto& parsed = *static_cast<arguments*>(state->input);
+  for (const auto& option : flags) {
+    if (option.key != key) continue;
+    parsed.*option.flag = 1;
+    return 0;
+  }
   switch (key) {
     case 'l':
       parsed.level = number(arg);
@@ -76,39 +94,6 @@ error_t parse_opt(int key, char* arg, argp_state* state) {
     case 'f':
       parsed.frequency = static_cast<uint8_t>(number(arg));
       break;
-    case 'k':
-      parsed.shutdown = 1;
-      break;
-    case 'i':
-      parsed.chip_info = 1;
-      break;
-    case 'd':
-      parsed.digrad_status = 1;
-      break;
-    case 'n':
-      parsed.event_status = 1;
-      break;
-    case 'g':
-      parsed.digital_service_list = 1;
-      break;
-    case 't':
-      parsed.datetime = 1;
-      break;
-    case 'p':
-      parsed.play = 1;
-      break;
-    case 'x':
-      parsed.next = 1;
-      break;
-    case 'r':
-      parsed.rds_status = 1;
-      break;
-    case 'j':
-      parsed.format_json = 1;
-      break;
-    case 'u':
-      parsed.full_scan = 1;
-      break;
     default:
       return ARGP_ERR_UNKNOWN;
   }
@@ -119,6 +104,8 @@ constexpr argp parser{options, parse_opt, args_doc, doc, nullptr, nullptr, nullp
 
 }  // namespace
 
-void parse_command_line(int argc, char** argv, arguments& parsed) {
+arguments read_options(int argc, char** argv) {
+  arguments parsed;
   argp_parse(&parser, argc, argv, 0, nullptr, &parsed);
+  return parsed;
 }

@@ -28,6 +28,5 @@ struct arguments {
   int32_t full_scan = 0;
 };
 
-/// Fills `parsed` from the command line. Prints help, usage, version and errors as argp does, and then does not
-/// return.
-void parse_command_line(int argc, char** argv, arguments& parsed);
+/// Reads the command line. Prints help, usage, version and errors as argp does, and then ends the program.
+arguments read_options(int argc, char** argv);
