@@ -5,8 +5,7 @@
 #include <array>
 #include <optional>
 
-#include "si468x/command_bytes.h"
-#include "si468x/event_status.h"
+#include "si468x/command.h"
 #include "si468x/reply_view.h"
 #include "si468x/seek_tune.h"
 #include "si468x/si468x.h"
@@ -28,18 +27,16 @@ constexpr std::array<uint32_t, 41> dab_freq_table{
 
 constexpr uint8_t usable_fic_quality = 30;
 
-int16_t read_freq_list(uint8_t* reply, uint16_t reply_length) {
-  std::array<uint8_t, 2> cmd{0xB9, 0x00};  // DAB_GET_FREQ_LIST
-  return Si468x_send_cmd(cmd.data(), reply, cmd.size(), reply_length);
-}
-
 // START_DIGITAL_SERVICE and STOP_DIGITAL_SERVICE differ only in the opcode.
-int16_t command_service(uint8_t opcode, uint8_t service_type, uint32_t service_id, uint32_t component_id) {
-  std::array<uint8_t, 12> cmd{opcode, service_type};  // bytes 2 and 3 are 0
+int16_t command_service(Opcode opcode, uint8_t service_type, uint32_t service_id, uint32_t component_id) {
+  auto cmd = command<12>(opcode, service_type);  // bytes 2 and 3 are 0
   put_le32(&cmd[4], service_id);
   put_le32(&cmd[8], component_id);
-  return Si468x_send_cmd(cmd.data(), nullptr, cmd.size(), 0);
+  return send(cmd);
 }
+
+// A failed step of the scan: -2 or less, since -1 means that the list was not stable in time.
+int16_t failed_step(int16_t result, uint32_t code) { return Si468x_failure(result < -1 ? result : int16_t{-2}, code); }
 
 // A list is stable when one poll reports it as new and a later one reports the same version still available.
 // Returns 1, or the failure of Si468x_DAB_tune_freq_save.
@@ -49,7 +46,7 @@ int16_t wait_for_stable_service_list() {
   std::optional<uint16_t> remembered;
   for (int poll = 0; poll < polls; ++poll) {
     Si468x_DAB_event_status events;
-    if (const int16_t r = read_events(events); r != 0) return Si468x_failure(r < -1 ? r : int16_t{-2}, 265);
+    if (const int16_t r = events.get_new_status(); r != 0) return failed_step(r, 265);
     if (events.service_list_available != 0) {
       if (events.service_list_version == remembered) return 1;
       if (events.new_service_list != 0) remembered = events.service_list_version;
@@ -62,50 +59,48 @@ int16_t wait_for_stable_service_list() {
 }  // namespace
 
 int16_t Si468x_DAB_set_freq_list() {
-  std::array<uint8_t, 4 + 4 * dab_freq_table.size()> cmd{0xB8, dab_freq_table.size()};  // DAB_SET_FREQ_LIST
+  auto cmd = command<4 + 4 * dab_freq_table.size()>(Opcode::DAB_SET_FREQ_LIST, dab_freq_table.size());
   for (size_t i = 0; i < dab_freq_table.size(); ++i) put_le32(&cmd[4 + 4 * i], dab_freq_table[i]);
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), nullptr, cmd.size(), 0); r != 0) return Si468x_failure(r, 20);
+  if (const int16_t r = send(cmd); r != 0) return Si468x_failure(r, 20);
   return 0;
 }
 
 int16_t Si468x_DAB_get_freq_list(uint32_t* freqs, uint8_t* count, uint8_t capacity) {
   *count = 0;
   std::array<uint8_t, 6> head{};
-  if (const int16_t r = read_freq_list(head.data(), head.size()); r != 0) return Si468x_failure(r, 19);
+  if (const int16_t r = query(Opcode::DAB_GET_FREQ_LIST, 0x00, head); r != 0) return Si468x_failure(r, 19);
   *count = Reply_view(head).u8(4);
 
-  std::array<uint8_t, 4105> reply{};  // room for 1024 frequencies; the count is one byte, 255 at most
-  const auto reply_length = static_cast<uint16_t>(9 + 4 * *count);
-  if (const int16_t r = read_freq_list(reply.data(), reply_length); r != 0) return Si468x_failure(r, 119);
-  const Reply_view list({reply.data(), reply_length});
+  std::array<uint8_t, 9 + 4 * 255> longest{};
+  const auto reply = std::span(longest).first(9 + 4 * size_t{*count});
+  if (const int16_t r = query(Opcode::DAB_GET_FREQ_LIST, 0x00, reply); r != 0) return Si468x_failure(r, 119);
+  const Reply_view list(reply);
   const int16_t kept = Si468x_min(*count, capacity);
   for (int16_t i = 0; i < kept; ++i) freqs[i] = list.u32(8 + 4 * static_cast<size_t>(i));
   return 0;
 }
 
 int16_t Si468x_DAB_tune_freq(uint8_t index) {
-  // DAB_TUNE_FREQ: no options; antenna capacitor value 0 leaves the capacitor to the chip
-  std::array<uint8_t, 6> cmd{0xB0, 0x00, index, 0x00, 0x00, 0x00};
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), nullptr, cmd.size(), 0); r != 0) return Si468x_failure(r, 21);
+  auto cmd = command<6>(Opcode::DAB_TUNE_FREQ, 0x00, index);  // antenna capacitor 0: the chip chooses its value
+  if (const int16_t r = send(cmd); r != 0) return Si468x_failure(r, 21);
   return wait_for_seek_tune_complete(121);
 }
 
 int16_t Si468x_DAB_tune_freq_save(uint8_t index, Si468x_DAB_digrad_status& status) {
-  // -1 means that the list was not stable in time; failed steps return -2 instead.
-  if (const int16_t r = Si468x_DAB_tune_freq(index); r != 0) return Si468x_failure(r < -1 ? r : int16_t{-2}, 65);
-  if (const int16_t r = status.get_new_status(); r != 0) return Si468x_failure(r < -1 ? r : int16_t{-2}, 165);
+  if (const int16_t r = Si468x_DAB_tune_freq(index); r != 0) return failed_step(r, 65);
+  if (const int16_t r = status.get_new_status(); r != 0) return failed_step(r, 165);
   if (status.valid == 0 || status.FIC_quality < usable_fic_quality) return 0;
   return wait_for_stable_service_list();
 }
 
 int16_t Si468x_start_digital_service(uint8_t service_type, uint32_t service_id, uint32_t component_id) {
-  if (const int16_t r = command_service(0x81, service_type, service_id, component_id); r != 0)
+  if (const int16_t r = command_service(Opcode::START_DIGITAL_SERVICE, service_type, service_id, component_id); r != 0)
     return Si468x_failure(r, 32);
   return 0;
 }
 
 int16_t Si468x_stop_digital_service(uint8_t service_type, uint32_t service_id, uint32_t component_id) {
-  if (const int16_t r = command_service(0x82, service_type, service_id, component_id); r != 0)
+  if (const int16_t r = command_service(Opcode::STOP_DIGITAL_SERVICE, service_type, service_id, component_id); r != 0)
     return Si468x_failure(r, 33);
   return 0;
 }

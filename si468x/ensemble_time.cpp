@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdio>
 
-#include "si468x/query.h"
+#include "si468x/command.h"
 #include "si468x/record_fields.h"
 #include "si468x/si468x.h"
 
@@ -13,12 +13,12 @@ using Time = Si468x_time;
 
 // clang-format off
 constexpr Field<Time> time_fields[] = {
-    field<&Time::year>  ( 4, 0, 16, nullptr, "year"),
-    field<&Time::month> ( 6, 0,  8, nullptr, "month"),
-    field<&Time::day>   ( 7, 0,  8, nullptr, "day"),
-    field<&Time::hour>  ( 8, 0,  8, nullptr, "hour"),
-    field<&Time::minute>( 9, 0,  8, nullptr, "minute"),
-    field<&Time::second>(10, 0,  8, nullptr, "second"),
+    field<&Time::year,    4, 0, 16>(nullptr, "year"),
+    field<&Time::month,   6, 0,  8>(nullptr, "month"),
+    field<&Time::day,     7, 0,  8>(nullptr, "day"),
+    field<&Time::hour,    8, 0,  8>(nullptr, "hour"),
+    field<&Time::minute,  9, 0,  8>(nullptr, "minute"),
+    field<&Time::second, 10, 0,  8>(nullptr, "second"),
 };
 // clang-format on
 
@@ -26,8 +26,8 @@ constexpr Field<Time> time_fields[] = {
 
 int16_t Si468x_time::get_ensembletime() {
   std::array<uint8_t, 12> reply{};
-  if (const int16_t r = query(0xBC, 0x01, reply); r != 0)
-    return Si468x_failure(r, 35);  // DAB_GET_TIME, UTC rather than local time
+  if (const int16_t r = query(Opcode::DAB_GET_TIME, 0x01, reply); r != 0)  // UTC rather than local time
+    return Si468x_failure(r, 35);
   decode<time_fields>(*this, reply);
   return 0;
 }

@@ -1,27 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Power-up, image download, boot, power-down.
-#include <bcm2835.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 
-#include "si468x/command_bytes.h"
+#include "si468x/command.h"
 #include "si468x/reply_view.h"
 #include "si468x/si468x.h"
 
 namespace {
 
-constexpr uint8_t bootloader_runs = 0x80;   // STATUS3 as a whole: power-up state 2 and no error
-constexpr uint8_t application_runs = 0xC0;  // power-up state 3 and no error
+// STATUS3 as a whole: power-up state and no error.
+constexpr uint8_t status3_after_power_up = Si468x_bootloader_runs << 6;
+constexpr uint8_t status3_after_boot = Si468x_application_runs << 6;
 
 constexpr uint32_t chunk_size = 4092;  // with its header 4096 bytes, the longest command of the chip
 
 // Sends a command whose reply contains the power-up state.
-int16_t change_state(uint8_t* cmd, uint16_t cmd_len, uint8_t& status3) {
+int16_t change_state(std::span<uint8_t> cmd, uint8_t& status3) {
   std::array<uint8_t, 5> reply{};
-  const int16_t r = Si468x_send_cmd(cmd, reply.data(), cmd_len, reply.size());
+  const int16_t r = send(cmd, reply);
   status3 = Reply_view(reply).status3();
   return r;
 }
@@ -55,25 +54,23 @@ int16_t download_file(std::FILE* file) {
 }  // namespace
 
 int16_t Si468x_power_up() {
-  std::array<uint8_t, 16> cmd{
-      0x01,                    // POWER_UP
-      0x00,                    // no interrupt on clear-to-send
-      0x1F,                    // clock mode 1, crystal; trim size 15
-      0x7F,                    // crystal start-up bias
-      0x00, 0xF8, 0x24, 0x01,  // crystal frequency, 19 200 000 Hz
-      0x20,                    // crystal tuning capacitance
-      0x10, 0x00, 0x00, 0x00,  // fixed
-      0x18,                    // crystal running bias
-      0x00, 0x00,
-  };
+  auto cmd = command<16>(Opcode::POWER_UP,
+                         0x00,                    // no interrupt on clear-to-send
+                         0x1F,                    // clock mode 1, crystal; trim size 15
+                         0x7F,                    // crystal start-up bias
+                         0x00, 0xF8, 0x24, 0x01,  // crystal frequency, 19 200 000 Hz
+                         0x20,                    // crystal tuning capacitance
+                         0x10, 0x00, 0x00, 0x00,  // fixed
+                         0x18);                   // crystal running bias
   uint8_t status3 = 0;
-  if (const int16_t r = change_state(cmd.data(), cmd.size(), status3); r != 0) return Si468x_failure(r, 4);
-  return status3 == bootloader_runs ? int16_t{0} : Si468x_failure(-5, 104);
+  if (const int16_t r = change_state(cmd, status3); r != 0) return Si468x_failure(r, 4);
+  if (status3 != status3_after_power_up) return Si468x_failure(-5, 104);
+  return 0;
 }
 
 int16_t Si468x_load_init() {
-  std::array<uint8_t, 2> cmd{0x06, 0x00};  // LOAD_INIT
-  return Si468x_send_cmd(cmd.data(), nullptr, cmd.size(), 0);
+  auto cmd = command<2>(Opcode::LOAD_INIT);
+  return send(cmd);
 }
 
 int16_t Si468x_load_firmware_datapackage(uint8_t* data, uint32_t len) {
@@ -81,23 +78,20 @@ int16_t Si468x_load_firmware_datapackage(uint8_t* data, uint32_t len) {
   constexpr uint32_t first_pause_us = 50;
   constexpr uint32_t pause_step_us = 100;
 
-  std::array<uint8_t, 4> header{0x04, 0x00, 0x00, 0x00};  // HOST_LOAD
+  auto header = command<4>(Opcode::HOST_LOAD);
   Si468x_SPI_CS_low();
   Si468x_SPI_RW_data_noCS(header.data(), header.size());
   Si468x_SPI_RW_data_noCS(data, static_cast<uint16_t>(len));
   Si468x_SPI_CS_high();
 
-  for (uint32_t poll = 0; poll < cts_polls; ++poll) {
-    std::array<uint8_t, 7> status{};
-    const Reply_view polled(status);
-    const int16_t read = Si468x_read_reply(status.data(), status.size());
-    if (read == 0 && polled.clear_to_send()) {
-      const int16_t r = polled.status_result();
-      return r == 0 ? r : Si468x_failure(r, 260);
-    }
-    bcm2835_delayMicroseconds(first_pause_us + pause_step_us * poll);
-  }
-  return Si468x_failure(-3, 160);
+  std::array<uint8_t, 7> status{};
+  const Reply_view polled(status);
+  const bool clear_to_send = poll_until(cts_polls, first_pause_us, pause_step_us, [&](uint32_t) {
+    return Si468x_read_reply(status.data(), status.size()) == 0 && polled.clear_to_send();
+  });
+  if (!clear_to_send) return Si468x_failure(-3, 160);
+  if (const int16_t r = polled.status_result(); r != 0) return Si468x_failure(r, 260);
+  return 0;
 }
 
 int16_t Si468x_load_firmware_static(const uint8_t* image, uint32_t size) {
@@ -118,17 +112,18 @@ int16_t Si468x_load_firmware(const char* path) {
 }
 
 int16_t Si468x_load_firmware_flash(uint32_t address) {
-  std::array<uint8_t, 12> cmd{0x05};  // FLASH_LOAD; bytes 1 to 3 and 8 to 11 are 0
+  auto cmd = command<12>(Opcode::FLASH_LOAD);  // bytes 1 to 3 and 8 to 11 are 0
   put_le32(&cmd[4], address);
   if (Si468x_SPI_RW_data(cmd.data(), cmd.size()) != 0) return Si468x_failure(-1, 9);
   return 0;
 }
 
 int16_t Si468x_boot() {
-  std::array<uint8_t, 2> cmd{0x07, 0x00};  // BOOT
+  auto cmd = command<2>(Opcode::BOOT);
   uint8_t status3 = 0;
-  if (const int16_t r = change_state(cmd.data(), cmd.size(), status3); r != 0) return Si468x_failure(r, 10);
-  return status3 == application_runs ? int16_t{0} : Si468x_failure(-4, 110);
+  if (const int16_t r = change_state(cmd, status3); r != 0) return Si468x_failure(r, 10);
+  if (status3 != status3_after_boot) return Si468x_failure(-4, 110);
+  return 0;
 }
 
 void Si468x_power_down() {

@@ -2,7 +2,7 @@
 // FM: seeking, received signal quality, RDS.
 #include <array>
 
-#include "si468x/query.h"
+#include "si468x/command.h"
 #include "si468x/record_fields.h"
 #include "si468x/seek_tune.h"
 #include "si468x/si468x.h"
@@ -13,50 +13,45 @@ using Rsq = Si468x_FM_rsq_status;
 
 // clang-format off
 constexpr Field<Rsq> rsq_fields[] = {
-    field<&Rsq::snr_high_int>        ( 4, 3,  1),
-    field<&Rsq::snr_low_int>         ( 4, 2,  1),
-    field<&Rsq::rssi_high_int>       ( 4, 1,  1),
-    field<&Rsq::rssi_low_int>        ( 4, 0,  1),
-    field<&Rsq::band_limit>          ( 5, 7,  1),
-    field<&Rsq::hd_detected>         ( 5, 5,  1),
-    field<&Rsq::hd_detected_filtered>( 5, 4,  1),
-    field<&Rsq::afc_railed>          ( 5, 1,  1),
-    field<&Rsq::valid>               ( 5, 0,  1),
-    field<&Rsq::frequency>           ( 6, 0, 16),
-    field<&Rsq::frequency_offset>    ( 8, 0,  8),
-    field<&Rsq::rssi>                ( 9, 0,  8),
-    field<&Rsq::snr>                 (10, 0,  8),
-    field<&Rsq::multipath>           (11, 0,  8),
-    field<&Rsq::antenna_cap>         (12, 0, 16),
-    field<&Rsq::hd_level>            (15, 0,  8),
-    field<&Rsq::hd_level_filtered>   (16, 0,  8),
+    field<&Rsq::snr_high_int,          4, 3,  1>(),
+    field<&Rsq::snr_low_int,           4, 2,  1>(),
+    field<&Rsq::rssi_high_int,         4, 1,  1>(),
+    field<&Rsq::rssi_low_int,          4, 0,  1>(),
+    field<&Rsq::band_limit,            5, 7,  1>(),
+    field<&Rsq::hd_detected,           5, 5,  1>(),
+    field<&Rsq::hd_detected_filtered,  5, 4,  1>(),
+    field<&Rsq::afc_railed,            5, 1,  1>(),
+    field<&Rsq::valid,                 5, 0,  1>(),
+    field<&Rsq::frequency,             6, 0, 16>(),
+    field<&Rsq::frequency_offset,      8, 0,  8>(),
+    field<&Rsq::rssi,                  9, 0,  8>(),
+    field<&Rsq::snr,                  10, 0,  8>(),
+    field<&Rsq::multipath,            11, 0,  8>(),
+    field<&Rsq::antenna_cap,          12, 0, 16>(),
+    field<&Rsq::hd_level,             15, 0,  8>(),
+    field<&Rsq::hd_level_filtered,    16, 0,  8>(),
 };
 // clang-format on
-
-// Reads the reply of a status command and prints all of it.
-template <size_t reply_length>
-int16_t query_and_print(uint8_t opcode, uint8_t argument, std::array<uint8_t, reply_length>& reply, uint32_t code) {
-  if (const int16_t r = query(opcode, argument, reply); r != 0) return Si468x_failure(r, code);
-  Si468x_hex_print(reply.data(), uint16_t{reply_length}, "");
-  return 0;
-}
 
 }  // namespace
 
 int16_t Si468x_tune_next_station() {
-  std::array<uint8_t, 6> cmd{0x31, 0x00, 0x01, 0x00, 0x00, 0x00};  // FM_SEEK_START, wrapping at the band's limit
-  if (const int16_t r = Si468x_send_cmd(cmd.data(), nullptr, cmd.size(), 0); r != 0) return Si468x_failure(r, 60);
+  auto cmd = command<6>(Opcode::FM_SEEK_START, 0x00, 0x01);  // wrapping at the band's limit
+  if (const int16_t r = send(cmd); r != 0) return Si468x_failure(r, 60);
   return wait_for_seek_tune_complete(160);
 }
 
 int16_t Si468x_FM_rsq_status::get_status() {
   std::array<uint8_t, 23> reply{};
-  const int16_t r = query_and_print(0x32, 0x09, reply, 61);  // FM_RSQ_STATUS
-  if (r == 0) decode<rsq_fields>(*this, reply);
-  return r;
+  if (const int16_t r = query(Opcode::FM_RSQ_STATUS, 0x09, reply); r != 0) return Si468x_failure(r, 61);
+  decode<rsq_fields>(*this, reply);
+  Si468x_hex_print(reply.data(), reply.size(), "");
+  return 0;
 }
 
 int16_t Si468x_FM_rds_status::get_status() {
   std::array<uint8_t, 21> reply{};
-  return query_and_print(0x34, 0x00, reply, 62);  // FM_RDS_STATUS
+  if (const int16_t r = query(Opcode::FM_RDS_STATUS, 0x00, reply); r != 0) return Si468x_failure(r, 62);
+  Si468x_hex_print(reply.data(), reply.size(), "");
+  return 0;
 }

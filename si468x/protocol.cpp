@@ -2,11 +2,10 @@
 // The exchange that every command makes, and its parts.
 #include "si468x/protocol.h"
 
-#include <bcm2835.h>
-
 #include <array>
 #include <cstdio>
 
+#include "si468x/command.h"
 #include "si468x/reply_view.h"
 #include "si468x/spi/spi_link.h"
 
@@ -31,13 +30,14 @@ int16_t Si468x_send_cmd(uint8_t* cmd, uint8_t* reply, uint16_t cmd_len, uint16_t
 
   std::array<uint8_t, status_read_length> status{};
   const Reply_view polled(status);
-  for (uint32_t poll = 0, pause_us = first_pause_us;; pause_us += pause_step_us) {
-    status.fill(0);
-    if (Si468x_SPI_RW_data(status.data(), status_read_length) != 0) return Si468x_failure(-1, 1059 + 100 * poll);
-    if (polled.clear_to_send()) break;
-    bcm2835_delayMicroseconds(pause_us);
-    if (++poll == cts_polls) return Si468x_failure(-3, 160);
-  }
+  int16_t transfer = 0;
+  const bool polling_ended = poll_until(cts_polls, first_pause_us, pause_step_us, [&](uint32_t poll) {
+    status = command<status_read_length>(Opcode::RD_REPLY);
+    if (Si468x_SPI_RW_data(status.data(), status_read_length) != 0) transfer = Si468x_failure(-1, 1059 + 100 * poll);
+    return transfer != 0 || polled.clear_to_send();
+  });
+  if (transfer != 0) return transfer;
+  if (!polling_ended) return Si468x_failure(-3, 160);
   if (const int16_t r = polled.status_result(); r != 0) return Si468x_failure(r, 260);
 
   if (reply_len == 0) return 0;

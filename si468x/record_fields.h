@@ -9,7 +9,6 @@
 #include <iterator>
 #include <span>
 #include <string_view>
-#include <type_traits>
 
 #include "si468x/json_text.h"
 #include "si468x/reply_view.h"
@@ -17,11 +16,12 @@
 
 template <typename Record>
 struct Field {
-  unsigned byte = 0, low = 0, width = 0;  ///< in the chip's reply: first byte, its lowest bit, bits
-  const char* label = nullptr;            ///< in the text report
-  Json_key key;                           ///< in JSON
-  void (*store)(Record&, uint32_t) = nullptr;
-  uint32_t (*load)(const Record&) = nullptr;
+  unsigned end = 0;             ///< the first byte of the chip's reply behind it
+  const char* label = nullptr;  ///< in the text report
+  Json_key key = {};            ///< in JSON
+  void (*store)(const Reply_view&, Record&) = nullptr;
+  uint32_t (*number)(const Record&) = nullptr;                ///< null for a text
+  std::span<const uint8_t> (*text)(const Record&) = nullptr;  ///< null for a number
 };
 
 template <typename Record, typename Value>
@@ -30,20 +30,32 @@ Record record_of(Value Record::*);  // for decltype only
 template <typename Record, typename Value>
 Value value_of(Value Record::*);  // likewise
 
-/// The row of the field `Member`. A record without a text report needs no labels, one without JSON no keys.
-template <auto Member>
-consteval auto field(unsigned byte, unsigned low, unsigned width, const char* label = nullptr, Json_key key = {}) {
+/// The row of the number `Member`: `width` bits from bit `low` of byte `byte` up. A record without a text report needs
+/// no labels, one without JSON no keys.
+template <auto Member, unsigned byte, unsigned low, unsigned width>
+consteval auto field(const char* label = nullptr, Json_key key = {}) {
   using Record = decltype(record_of(Member));
   using Value = decltype(value_of(Member));
-  if (width == 0 || width > 8 * sizeof(Value) || low + width > 32) throw "more or fewer bits than the field can hold";
+  static_assert(width > 0 && width <= 8 * sizeof(Value) && low + width <= 32, "more bits than the field can hold");
   return Field<Record>{
-      byte,
-      low,
-      width,
-      label,
-      key,
-      [](Record& record, uint32_t value) { record.*Member = static_cast<Value>(value); },
-      [](const Record& record) { return uint32_t{record.*Member}; },
+      .end = byte + (low + width + 7) / 8,
+      .label = label,
+      .key = key,
+      .store = [](const Reply_view& reply,
+                  Record& record) { record.*Member = static_cast<Value>(reply.field(byte, low, width)); },
+      .number = [](const Record& record) { return uint32_t{record.*Member}; },
+  };
+}
+
+/// The row of the text `Member`, an array of bytes from byte `byte` on. A text has no JSON.
+template <auto Member, unsigned byte>
+consteval auto text(const char* label) {
+  using Record = decltype(record_of(Member));
+  return Field<Record>{
+      .end = byte + sizeof(value_of(Member)),
+      .label = label,
+      .store = [](const Reply_view& reply, Record& record) { reply.copy(byte, record.*Member); },
+      .text = [](const Record& record) { return std::span<const uint8_t>(record.*Member); },
   };
 }
 
@@ -56,10 +68,10 @@ template <const auto& fields>
 void decode(auto& record, const auto& reply) {
   using Reply = decltype(std::span{reply});
   static_assert(Reply::extent != std::dynamic_extent);
-  static_assert(all_rows(fields, [](const auto& f) { return 1 + f.byte + (f.low + f.width + 7) / 8 <= Reply::extent; }),
+  static_assert(all_rows(fields, [](const auto& f) { return 1 + f.end <= Reply::extent; }),
                 "a row reaches beyond the reply");
   const Reply_view view(reply);
-  for (const auto& f : fields) f.store(record, view.field(f.byte, f.low, f.width));
+  for (const auto& f : fields) f.store(view, record);
 }
 
 template <const auto& fields>
@@ -68,12 +80,16 @@ void print_fields(const auto& record) {
       all_rows(fields,
                [](const auto& f) { return f.label != nullptr && std::string_view(f.label).size() < value_column; }),
       "a printed row has no label, or one that its column cannot hold");
-  for (const auto& f : fields) print_line(f.label, f.load(record));
+  for (const auto& f : fields)
+    if (f.text != nullptr)
+      print_line(f.label, f.text(record));
+    else
+      print_line(f.label, f.number(record));
 }
 
 /// The members, one per line; no comma after the last.
 template <const auto& fields>
 void json_fields(Json_text& json, const auto& record) {
   static_assert(all_rows(fields, [](const auto& f) { return !f.key.text().empty(); }), "a JSON row has no key");
-  for (const auto& f : fields) json.number(f.key, f.load(record), &f == std::end(fields) - 1 ? "\n" : ",\n");
+  for (const auto& f : fields) json.number(f.key, f.number(record), &f == std::end(fields) - 1 ? "\n" : ",\n");
 }

@@ -2,10 +2,16 @@
 // All reads of the chip's replies. Internal to the driver.
 #pragma once
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+
+/// `width` bits of `value` from bit `low` up; low + width is at most 32.
+constexpr uint32_t bits(uint32_t value, unsigned low, unsigned width) {
+  return value >> low & (~uint32_t{0} >> (32 - width));
+}
 
 /// Little-endian reads and bit fields over bytes of a known length. Call `holds` before reading at an offset taken from
 /// the chip.
@@ -19,12 +25,16 @@ class Bytes_view {
   uint8_t u8(size_t k) const { return static_cast<uint8_t>(little_endian(k, 1)); }
   uint16_t u16(size_t k) const { return static_cast<uint16_t>(little_endian(k, 2)); }
   uint32_t u32(size_t k) const { return little_endian(k, 4); }
-  bool bit(size_t k, unsigned n) const { return ((u8(k) >> n) & 1) != 0; }
+  /// Fills `to` from byte `k` on.
+  void copy(size_t k, std::span<uint8_t> to) const {
+    assert(holds(k, to.size()));
+    std::copy_n(bytes_.data() + k, to.size(), to.data());
+  }
+  bool bit(size_t k, unsigned n) const { return bits(u8(k), n, 1) != 0; }
 
   /// `width` bits from bit `low` of byte `k` upwards, continued in the next bytes; low + width is at most 32.
   uint32_t field(size_t k, unsigned low, unsigned width) const {
-    const uint32_t bits = little_endian(k, (low + width + 7) / 8) >> low;
-    return width < 32 ? bits & ((uint32_t{1} << width) - 1) : bits;
+    return bits(little_endian(k, (low + width + 7) / 8), low, width);
   }
 
  private:

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The ensemble's services and their components, decoded from the chip's list.
-#include <algorithm>
 #include <array>
 
+#include "si468x/command.h"
 #include "si468x/json_text.h"
 #include "si468x/reply_view.h"
 #include "si468x/si468x.h"
@@ -14,11 +14,6 @@ constexpr uint16_t list_header = 6;       // counted in SIZE: version, number of
 constexpr size_t entries_in_buffer = 13;  // reply byte 12, after the leading byte
 constexpr size_t entry_header = 24;       // of a service, before its components
 constexpr size_t component_length = 4;
-
-int16_t read_list(uint8_t* reply, uint16_t reply_length) {
-  std::array<uint8_t, 2> cmd{0x80, 0x00};  // GET_DIGITAL_SERVICE_LIST
-  return Si468x_send_cmd(cmd.data(), reply, cmd.size(), reply_length);
-}
 
 // Bytes of the entry at `offset`. Check that its header is there first.
 size_t entry_length(const Bytes_view& entries, size_t offset) {
@@ -36,7 +31,8 @@ int16_t next_entry(const Si468x_digital_service_list& list, size_t& offset) {
 }
 
 // Service entry
-//   bytes 0-3    service id
+//   bytes 0-3    service id, as a number: data EEEEEEEE CCCCRRRR RRRRRRRR RRRRRRRR, audio CCCCRRRR RRRRRRRR
+//                E extended country code, C country, R reference
 //   byte 4       .LPPPPPD   L linking info, P programme type, D data service (32-bit id) rather than audio (16-bit id)
 //   byte 5       lCCCNNNN   l local, C CA id, N number of components
 //   byte 6       ....SSSS   S character set
@@ -49,12 +45,12 @@ int16_t decode_entry(const Si468x_digital_service_list& list, size_t offset, Si4
   service.ServId = entries.u32(offset);
   service.AudioOrDataFlag = entries.bit(offset + 4, 0);
   if (service.AudioOrDataFlag != 0) {
-    service.ServRef = service.ServId & 0xFFFFF;
-    service.CountryID = (service.ServId >> 20) & 0x0F;
-    service.ECC = static_cast<uint8_t>(service.ServId >> 24);
+    service.ServRef = bits(service.ServId, 0, 20);
+    service.CountryID = static_cast<uint8_t>(bits(service.ServId, 20, 4));
+    service.ECC = static_cast<uint8_t>(bits(service.ServId, 24, 8));
   } else {
-    service.ServRef = service.ServId & 0x0FFF;
-    service.CountryID = (service.ServId >> 12) & 0x0F;
+    service.ServRef = bits(service.ServId, 0, 12);
+    service.CountryID = static_cast<uint8_t>(bits(service.ServId, 12, 4));
   }
   service.ProgramType = static_cast<uint8_t>(entries.field(offset + 4, 1, 5));
   service.LinkingInfo = entries.bit(offset + 4, 6);
@@ -62,7 +58,7 @@ int16_t decode_entry(const Si468x_digital_service_list& list, size_t offset, Si4
   service.CAId = static_cast<uint8_t>(entries.field(offset + 5, 4, 3));
   service.local = entries.bit(offset + 5, 7);
   service.SICharset = static_cast<uint8_t>(entries.field(offset + 6, 0, 4));
-  std::copy_n(list.data + offset + 8, service.Label.size(), service.Label.begin());
+  entries.copy(offset + 8, service.Label);
 
   if (!entries.holds(offset, entry_length(entries, offset))) return Si468x_failure(-4, 427);
   service.components = list.data + offset + entry_header;
@@ -125,14 +121,14 @@ void write_service(Json_text& json, const Si468x_service_data& service, uint16_t
 
 int16_t Si468x_digital_service_list::get_new_list(uint8_t* list_buffer) {
   std::array<uint8_t, 7> head{};
-  if (const int16_t r = read_list(head.data(), head.size()); r != 0) return Si468x_failure(r, 26);
+  if (const int16_t r = query(Opcode::GET_DIGITAL_SERVICE_LIST, 0x00, head); r != 0) return Si468x_failure(r, 26);
   const uint16_t list_size = Reply_view(head).u16(4);
   if (list_size > longest_list) return Si468x_failure(-4, 126);
   if (list_size < list_header) return Si468x_failure(-4, 326);
 
-  const auto reply_length = static_cast<uint16_t>(list_size + 7);
-  if (const int16_t r = read_list(list_buffer, reply_length); r != 0) return Si468x_failure(r, 226);
-  const Reply_view reply({list_buffer, reply_length});
+  const std::span<uint8_t> whole(list_buffer, size_t{7} + list_size);
+  if (const int16_t r = query(Opcode::GET_DIGITAL_SERVICE_LIST, 0x00, whole); r != 0) return Si468x_failure(r, 226);
+  const Reply_view reply(whole);
   version = reply.u16(6);
   num_services = reply.u8(8);
   size = static_cast<uint16_t>(list_size - list_header);

@@ -79,7 +79,8 @@ void Si468x_power_down();
 
 // ---- Chip information ---------------------------------------------------------------------------------------------
 
-inline constexpr uint8_t Si468x_application_runs = 3;  ///< power-up state
+inline constexpr uint8_t Si468x_bootloader_runs = 2;  ///< power-up states
+inline constexpr uint8_t Si468x_application_runs = 3;
 
 /// The chip's status, part and running image. Each method sets its own fields.
 struct Si468x_chip_info {
@@ -92,7 +93,7 @@ struct Si468x_chip_info {
   uint32_t svn_id = 0;
   uint8_t clear_to_send = 0, command_error = 0, digital_radio_link_change_int = 0, data_component_int = 0;
   uint8_t seek_tune_complete = 0, digital_radio_event_change_int = 0;
-  uint8_t powerup_state = 0;  ///< 2 bootloader, Si468x_application_runs
+  uint8_t powerup_state = 0;  ///< Si468x_bootloader_runs, Si468x_application_runs
   uint8_t dsp_frame_overrun = 0, read_reply_data_dropped = 0, command_write_data_dropped = 0;
   uint8_t arbiter_error = 0, non_recoverable_error = 0;
 
