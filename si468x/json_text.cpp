@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <sstream>
 
 void Json_text::raw(std::string_view text) {
   while (text.size() > text_.size() - length_) {

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <sstream>
+#include <iosfwd>
 #include <string_view>
 
 /// The key of a member: a literal that is not empty. The rows of text reports have none.

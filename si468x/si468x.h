@@ -3,22 +3,29 @@
 // The driver of the Si468x digital radio receiver: the one header to include.
 //
 // A run, in order; examples/receive.cpp is a program of these steps:
-//   1. Si468x_bus_init, once per program.
+//   1. Si468x_bus_init.
 //   2. To boot: Si468x_reset, Si468x_power_up; Si468x_load_init and a download of the ROM patch, a pause of
 //      Si468x_patch_settle_ms; Si468x_load_init and a download of the application image, a pause of
-//      Si468x_image_settle_ms; Si468x_boot. A download is Si468x_load_firmware_static or Si468x_load_firmware.
-//   3. To receive DAB: Si468x_DAB_tune_freq; read Si468x_DAB_digrad_status until `acq` is set; read
-//      Si468x_DAB_event_status until `service_list_available` is set; then read the service list and start a service.
-//      Si468x_DAB_tune_freq_save does all of this but the last two steps. Services and the service list do not exist
-//      before.
-//   4. The chip keeps its image, tuning, services and properties when the program ends; Si468x_power_down ends all.
-// Pauses are made with bcm2835_delay, so that a program also runs on the simulated board.
+//      Si468x_image_settle_ms; Si468x_boot. A download is Si468x_load_firmware_static or Si468x_load_firmware. The chip
+//      maker's files are rom00_patch.016.bin and, as the application, dab_radio_5_0_5.bin or fmhd_radio_5_0_4.bin. To
+//      change from DAB to FM, boot again. (The simulated chip only counts the bytes: 5796, 521448, 530180.)
+//   3. To receive DAB: Si468x_DAB_tune_freq; read Si468x_DAB_digrad_status every 200 ms for 3 s or until `acq` is set;
+//      read Si468x_DAB_event_status every 200 ms for 10 s or until `service_list_available` is set; then read the
+//      service list and start a service. Si468x_DAB_tune_freq_save does all of this but the last two steps. Services
+//      and the service list do not exist before. Tuning is by index into the chip's frequency list. A booted DAB image
+//      has a list of its own, on the simulated board the 41 frequencies of Band III; Si468x_DAB_set_freq_list replaces
+//      it and is not needed. To receive FM: fm.h.
+//   4. The chip keeps its image, tuning, services and properties when the program ends. Si468x_SPI_shutdown closes the
+//      link alone, and Si468x_bus_init may open it again; Si468x_power_down puts the chip into reset, too.
+// Pauses, also those between polls, are made with bcm2835_delay, so that a program also runs on the simulated board:
+// include <bcm2835.h>. The headers need C++17.
 //
 // Results. An operation returns 0 on success and a negative number on failure. A command (Si468x_send_cmd) returns
 // -1 for data lost on the link or an arbiter error, -2 for a refused command or a non-recoverable error, -3 for no
 // clear-to-send in time, -6 for no reply buffer; "the command's result" below is one of these, passed on. Other results
-// are documented with each operation. Each failure stores its own code in Si468x_ErrorCode; docs/error-codes.md lists
-// them. Only reports print.
+// are documented with each operation. Each failure stores its own code in Si468x_ErrorCode; error-codes.md, beside this
+// library's examples, lists them. Success stores none: a tune and a seek that run out of time may return 0, so set
+// Si468x_ErrorCode to 0 before them and compare it with 121 or 160 after them. Only reports print.
 //
 // Buffers. A command is sent in place: the buffer then holds the bytes received during the transfer. A reply buffer
 // holds one meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data.
@@ -27,17 +34,21 @@
 //
 // Records. A new record is all zero (a service's label all blanks). A get_... method fills it from one reply of the
 // chip and leaves it unchanged when it fails, except where documented. The print_... methods, the two FM get_status
-// methods and Si468x_hex_print write text to standard output; json_print_data appends one JSON member or object to a
-// stream, without a comma before or after it, and returns 0.
+// methods and Si468x_hex_print write text to standard output. json_print_data appends to a stream (include <sstream>),
+// without a comma before or after it, and returns 0: for a service or component an object, {...}; else a member of an
+// object, "DigradStatus": {...}, "DigitalServiceList": {...} or "ensembleTime": {...}. Labels are written as they are;
+// their bytes may be invalid JSON.
 //
 // One thread; each operation ends its exchange with the chip before it returns.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <sstream>
+#include <iosfwd>
 
 #include "si468x/bus.h"
+#include "si468x/dab_services.h"
+#include "si468x/fm.h"
 #include "si468x/protocol.h"
 #include "si468x/spi/spi_link.h"
 
@@ -158,7 +169,7 @@ inline constexpr uint8_t Si468x_data_service = 1;
 /// Stops it (STOP_DIGITAL_SERVICE). @return 0; the command's result with code 33.
 [[nodiscard]] int16_t Si468x_stop_digital_service(uint8_t service_type, uint32_t service_id, uint32_t component_id);
 
-// ---- DAB: status and events ---------------------------------------------------------------------------------------
+// ---- DAB: status, events, time ------------------------------------------------------------------------------------
 
 /// The digital radio status: ...INT are interrupts since they were last acknowledged. Raw bytes, no sign applied.
 struct Si468x_DAB_digrad_status {
@@ -194,113 +205,6 @@ struct Si468x_DAB_event_status {
   void print_data() const;
 };
 
-// ---- DAB: service list --------------------------------------------------------------------------------------------
-
-/// The ensemble's service list: its header, and the position of its entries in the caller's buffer.
-struct Si468x_digital_service_list {
-  uint16_t version = 0;
-  uint8_t num_services = 0;
-  uint16_t size = 0;        ///< bytes of the entries at `data`
-  uint8_t* data = nullptr;  ///< the first entry
-
-  /// Reads the list (GET_DIGITAL_SERVICE_LIST) into `list_buffer`, 4096 bytes of the caller's.
-  /// @return 0; the command's result with code 26 (length) or 226 (list); -4 with code 126 (list above 4089 bytes) or
-  /// 326 (below the 6 bytes of its header).
-  int16_t get_new_list(uint8_t* list_buffer);
-  void clean();  ///< Zeroes the record.
-  int json_print_data(std::stringstream& ss) const;
-};
-
-/// One service of a list.
-struct Si468x_service_data {
-  uint32_t ServId = 0;
-  uint32_t ServRef = 0;
-  uint8_t CountryID = 0;
-  uint8_t ECC = 0;              ///< extended country code; set for data services only
-  uint8_t AudioOrDataFlag = 0;  ///< 1 data service, 0 audio service
-  uint8_t ProgramType = 0, LinkingInfo = 0, NumberComponents = 0, CAId = 0, local = 0, SICharset = 0;
-  std::array<uint8_t, 16> Label{' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
-  uint8_t* components = nullptr;  ///< the first component, inside the list
-  uint16_t components_size = 0;   ///< bytes from there to the end of the list
-
-  /// Decodes service `index`, from 0. @return 0; -6 with code 27 (no such service); -4 with code 127 or 327 (header
-  /// beyond the list's end), 227 (components beyond it on the way there), or 427 (components of the wanted service
-  /// beyond it: the other fields are set, `components` is kept).
-  int16_t get_service(const Si468x_digital_service_list* list, uint8_t index);
-  int json_print_data(std::stringstream& ss, uint16_t service_no) const;
-};
-
-/// Transport mechanisms of a component.
-inline constexpr uint8_t Si468x_tmid_stream_audio = 0;  ///< DAB and DAB+ audio
-inline constexpr uint8_t Si468x_tmid_stream_data = 1;
-inline constexpr uint8_t Si468x_tmid_fidc = 2;  ///< in the fast information channel
-inline constexpr uint8_t Si468x_tmid_packet_data = 3;
-
-/// One component of a service. Which of the ids is set depends on TMID; the others keep their value.
-struct Si468x_DAB_component {
-  uint32_t comp_ID = 0;
-  uint8_t SubChId = 0;  ///< of streams
-  uint8_t TMID = 0;
-  uint8_t FIDCId = 0;  ///< of Si468x_tmid_fidc
-  uint16_t SCId = 0;   ///< of Si468x_tmid_packet_data, like DGFlag
-  uint8_t DGFlag = 0;
-  uint8_t CA_flag = 0, ps = 0, ASCTyDSCTy = 0, muA_info_valid = 0;
-
-  /// Decodes component `index`, from 0. @return 0; -6 with code 28 when the service or the list's bytes end before it.
-  int16_t get_component(const Si468x_service_data* service, uint8_t index);
-  int json_print_data(std::stringstream& ss, uint16_t component_no) const;
-};
-
-// ---- DAB: component information, data packets, time ----------------------------------------------------------------
-
-/// One component's language, label and user applications.
-struct Si468x_DAB_component_info {
-  uint8_t global_id = 0, language = 0, charset_id = 0;
-  std::array<uint8_t, 16> label{};  ///< not terminated
-  uint16_t char_abbrev = 0;         ///< mask of the label's characters that make its short form
-  uint8_t ua_count = 0;             ///< user applications
-  uint8_t ua_length = 0;            ///< bytes of their area
-  uint8_t* ua_data = nullptr;       ///< before get_info: 256 bytes of the caller's; after it: the area, inside them
-
-  /// DAB_GET_COMPONENT_INFO, read twice: fixed fields, then all of it. Set `ua_data` before each call.
-  /// @return 0; the command's result with code 30 or 130 (second read); -4 with code 1030 + 100 ua_length when that is
-  /// above 227. The fields before `ua_data` are set, except with code 30.
-  int16_t get_info(uint32_t service_id, uint32_t component_id);
-  void print_info() const;
-};
-
-/// One user application of a component.
-struct Si468x_user_application_data {
-  uint16_t type = 0;
-  uint8_t length = 0;       ///< bytes at `data`
-  uint8_t* data = nullptr;  ///< inside the area of the component information
-
-  /// Finds entry `index`, from 0. @return 0; -6 with code 31 (no such entry), 131, 231, 331, 1031 + 100 x or
-  /// 1131 + 100 x (lengths that do not fit the area; x the first byte of the offending entry).
-  /// With code 331 (its pad byte is not 0) `type` and `length` are set.
-  int16_t get_ua_data(const Si468x_DAB_component_info* info, uint8_t index);
-};
-
-/// One packet of a started data service.
-struct Si468x_digital_service_data {
-  uint8_t overflow = 0, packet_ready = 0;
-  uint8_t buffer_count = 0;  ///< packets that the chip holds, this one included
-  uint8_t srv_state = 0, data_source = 0, dscty = 0;
-  uint32_t service_id = 0, component_id = 0;
-  uint16_t byte_count = 0;  ///< payload bytes
-  uint16_t segment_number = 0, num_segments = 0;
-  uint8_t* payload = nullptr;  ///< in the caller's buffer from byte 25; null without a payload
-
-  /// Fetches the next packet (GET_DIGITAL_SERVICE_DATA) into `buf`, `buf_size` bytes of the caller's, at least 25: the
-  /// header, and behind it the payload. Header and payload are one transaction.
-  /// @return 0 with `payload` set, or null when the chip holds no packet; -3 with code 34 (no clear-to-send in 10
-  /// tries) or 234 (no packet ready); -2 with code 134 (overflow); -4 with code 334 (the packet needs more than
-  /// `buf_size`). If a header was read, its fields are set even on failure, and `payload` is null unless a payload was
-  /// read. With code 34, and with a buffer below 25 bytes, the record is unchanged.
-  int16_t get_new_data(uint8_t* buf, uint32_t buf_size);
-  void print_data() const;
-};
-
 /// Date and time of the tuned ensemble, UTC. Year 0: none.
 struct Si468x_time {
   uint16_t year = 0;
@@ -310,30 +214,4 @@ struct Si468x_time {
   void clean();                ///< Zeroes the record.
   int print_data() const;      ///< @return characters printed
   int json_print_data(std::stringstream& ss) const;
-};
-
-// ---- FM -----------------------------------------------------------------------------------------------------------
-
-/// Seeks the next station (FM_SEEK_START) and waits for it like Si468x_DAB_tune_freq.
-/// @return 0; the command's result with code 60; out of time, the last poll's result, 0, -1 or -2, with code 160.
-int16_t Si468x_tune_next_station();
-
-/// Received signal quality of the tuned FM station.
-struct Si468x_FM_rsq_status {
-  uint8_t snr_high_int = 0, snr_low_int = 0, rssi_high_int = 0, rssi_low_int = 0;
-  uint8_t band_limit = 0, hd_detected = 0, hd_detected_filtered = 0, afc_railed = 0, valid = 0;
-  uint16_t frequency = 0;  ///< 10 kHz
-  uint8_t frequency_offset = 0;
-  uint8_t rssi = 0;  ///< dBµV
-  uint8_t snr = 0;   ///< dB
-  uint8_t multipath = 0;
-  uint16_t antenna_cap = 0;
-  uint8_t hd_level = 0, hd_level_filtered = 0;
-
-  int16_t get_status();  ///< FM_RSQ_STATUS; prints the 23 reply bytes. @return 0; the command's result with code 61.
-};
-
-/// RDS data of the tuned FM station; the record keeps nothing.
-struct Si468x_FM_rds_status {
-  int16_t get_status();  ///< FM_RDS_STATUS; prints the 21 reply bytes. @return 0; the command's result with code 62.
 };

@@ -18,7 +18,7 @@ foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}
         ${share}/man/man1/kelvo-survey.1 ${share}/man/man5/kelvo-scan.5
         ${completions}/kelvo ${completions}/kelvo-spidev ${completions}/kelvo-sim ${completions}/kelvo-survey
         ${share}/doc/kelvo/systemd/kelvo.service ${share}/doc/kelvo/README.md ${share}/doc/kelvo/CHANGELOG.md
-        ${share}/doc/kelvo/LICENSE ${share}/doc/kelvo/docs/simulator.md ${broadcasts})
+        ${share}/doc/libsi468x-dev/error-codes.md ${share}/doc/kelvo/LICENSE ${share}/doc/kelvo/docs/simulator.md ${broadcasts})
   if(NOT EXISTS ${file})
     message(FATAL_ERROR "Not installed: ${file}")
   endif()
@@ -57,7 +57,7 @@ if(PKG_CONFIG AND NOT TOOLCHAIN)
   foreach(package libsi468x libsi468x-simulator)
     execute_process(COMMAND ${PKG_CONFIG} --cflags --libs ${package} OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
     separate_arguments(flags UNIX_COMMAND "${CXX_FLAGS} ${flags}")
-    run(${CXX} -std=c++20 ${share}/doc/libsi468x-dev/examples/component_info.cpp -o ${WORK_DIR}/${package} ${flags})
+    run(${CXX} -std=c++17 ${share}/doc/libsi468x-dev/examples/component_info.cpp -o ${WORK_DIR}/${package} ${flags})
   endforeach()
   user(${WORK_DIR}/libsi468x-simulator 0 "Stadtbilder")
 endif()
