@@ -71,10 +71,11 @@ struct Decoded {
 std::vector<Decoded> decoded_list() {
   std::vector<Decoded> decoded(services);
   for (uint8_t i = 0; i < services; ++i) {
-    decoded[i].service.get_service(&list, i);
+    // The list is complete: nothing can fail.
+    static_cast<void>(decoded[i].service.get_service(&list, i));
     decoded[i].components.resize(decoded[i].service.NumberComponents);
     for (uint8_t j = 0; j < decoded[i].service.NumberComponents; ++j)
-      decoded[i].components[j].get_component(&decoded[i].service, j);
+      static_cast<void>(decoded[i].components[j].get_component(&decoded[i].service, j));
   }
   return decoded;
 }

@@ -197,7 +197,8 @@ int main() {
   for (const unsigned count : {1U, services, most_services})
     table.row("service list, " + std::to_string(count), service_list(count), tuned, on_air(1, count),
               [] { print_digital_service_list(); });
-  table.row("FM seek over 1 MHz", command(6) + poll(seek_time), fm, air, [] { Si468x_tune_next_station(); });
+  table.row("FM seek over 1 MHz", command(6) + poll(seek_time), fm, air,
+            [] { static_cast<void>(Si468x_tune_next_station()); });
   table.row("FM signal quality and RDS", 2 * property + command(2, 23) + command(2, 21), fm, air,
             [] { get_rds_status(); });
   for (const unsigned ensembles : {0U, 1U, 8U, 20U, band})

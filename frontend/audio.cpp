@@ -36,6 +36,6 @@ int16_t set_volume(uint32_t level) {
   std::snprintf(buffer, longest_message, "Setting volume to %d\n", static_cast<int>(level));
   std::puts(buffer);
   const uint16_t volume[2] = {Si468x_audio_volume, static_cast<uint16_t>(level)};
-  Si468x_set_property(volume);  // fails silently; the chip keeps its volume
+  static_cast<void>(Si468x_set_property(volume));  // fails silently; the chip keeps its volume
   return 0;
 }

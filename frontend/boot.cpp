@@ -14,12 +14,12 @@ namespace {
 constexpr unsigned hold_in_reset_ms = 2000;
 
 int16_t load_patch() {
-  Si468x_load_init();  // result ignored: the download after a refusal fails
+  static_cast<void>(Si468x_load_init());  // result ignored: the download after a refusal fails
   return Si468x_load_firmware_static(fw_rom00_patch016bin, sizeof fw_rom00_patch016bin);
 }
 
 int16_t load_image(bool dab) {
-  Si468x_load_init();
+  static_cast<void>(Si468x_load_init());
   return dab ? Si468x_load_firmware_static(fw_dab_radio_5_0_5bin, sizeof fw_dab_radio_5_0_5bin)
              : Si468x_load_firmware_static(fw_fmhd_radio_5_0_4bin, sizeof fw_fmhd_radio_5_0_4bin);
 }
@@ -33,7 +33,7 @@ void hold_in_reset() {
 }  // namespace
 
 int16_t power_up_and_load_fw(uint8_t dab) {
-  Si468x_bus_enable();  // result ignored: without a link the power-up fails
+  static_cast<void>(Si468x_bus_enable());  // result ignored: without a link the power-up fails
   Si468x_reset();
   if (Si468x_power_up() != 0) {
     std::puts("Could not power up the Si468x");

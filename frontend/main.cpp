@@ -32,7 +32,7 @@ void boot(char firmware) {
 
 bool application_runs() {
   Si468x_chip_info chip;
-  return chip.get_status() >= 0 && chip.powerup_state == Si468x_application_runs;
+  return chip.get_status() == 0 && chip.powerup_state == Si468x_application_runs;
 }
 
 void play(const arguments& options) {
@@ -42,11 +42,11 @@ void play(const arguments& options) {
     std::puts("To play, a service id and component id have to be given\n");
 }
 
-// The requested actions, in their fixed order; each prints its own failure. Returns false when tuning failed, which
-// ends the run.
+// The requested actions, in their fixed order; each prints its own failure, or ignores it. Returns false when tuning
+// failed, which ends the run; no other result counts.
 bool perform_actions(const arguments& options) {
   if (options.i2s_out) set_properties_output(static_cast<uint8_t>(options.i2s_enable));
-  if (options.frequency != 0 && tune_freq(options.frequency) == -1) return false;
+  if (options.frequency != 0 && tune_freq(options.frequency) != 0) return false;
   if (options.play) play(options);
   if (options.set_level) set_volume(static_cast<uint32_t>(options.level));
   if (options.chip_info) print_chip_info();
@@ -54,14 +54,14 @@ bool perform_actions(const arguments& options) {
   if (options.digital_service_list) print_digital_service_list();
   if (options.event_status) print_event_status();
   if (options.datetime) options.format_json ? print_ensembletime_json() : print_ensembletime();
-  if (options.next) Si468x_tune_next_station();
+  if (options.next) static_cast<void>(Si468x_tune_next_station());
   if (options.rds_status) get_rds_status();
   if (options.full_scan) dab_full_scan();
   return true;
 }
 
 int run(const arguments& options) {
-  if (Si468x_bus_init() < 0) {
+  if (Si468x_bus_init() != 0) {
     std::puts("Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists");
     return 0;
   }

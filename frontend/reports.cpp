@@ -28,30 +28,30 @@ int write_json(const Record& record) {
 
 int print_chip_info() {
   Si468x_chip_info info;
-  info.get_status();
-  info.get_part_info();
-  info.get_sys_state();
-  info.get_func_info();
+  static_cast<void>(info.get_status());
+  static_cast<void>(info.get_part_info());
+  static_cast<void>(info.get_sys_state());
+  static_cast<void>(info.get_func_info());
   info.print_data();
   return 0;
 }
 
 int print_digrad_status() {
   Si468x_DAB_digrad_status status;
-  status.get_new_status();
+  static_cast<void>(status.get_new_status());
   status.print_data();
   return 0;
 }
 
 int print_digrad_status_json() {
   Si468x_DAB_digrad_status status;
-  status.get_new_status();
+  static_cast<void>(status.get_new_status());
   return write_json(status);
 }
 
 int print_event_status() {
   Si468x_DAB_event_status events;
-  events.get_new_status();
+  static_cast<void>(events.get_new_status());
   events.print_data();
   return 0;
 }
@@ -59,20 +59,20 @@ int print_event_status() {
 int print_digital_service_list() {
   std::array<uint8_t, 4096> list_buffer{};
   Si468x_digital_service_list list;
-  list.get_new_list(list_buffer.data());
+  static_cast<void>(list.get_new_list(list_buffer.data()));
   return write_json(list);
 }
 
 int print_ensembletime() {
   Si468x_time time;
-  time.get_ensembletime();
+  static_cast<void>(time.get_ensembletime());
   time.print_data();
   return 0;
 }
 
 int print_ensembletime_json() {
   Si468x_time time;
-  time.get_ensembletime();
+  static_cast<void>(time.get_ensembletime());
   return write_json(time);
 }
 
@@ -84,8 +84,8 @@ int16_t get_rds_status() {
   for (const auto& setting : settings)
     if (const int16_t r = Si468x_set_property(setting); r != 0) return r;
   Si468x_FM_rsq_status quality;
-  quality.get_status();
+  static_cast<void>(quality.get_status());
   Si468x_FM_rds_status rds;
-  rds.get_status();
+  static_cast<void>(rds.get_status());
   return 0;
 }

@@ -13,7 +13,7 @@ int16_t tune_freq(uint8_t index) {
   constexpr unsigned poll_ms = 200;
   constexpr int polls = 10;
 
-  Si468x_DAB_tune_freq(index);  // result ignored: the acquired ensemble decides
+  static_cast<void>(Si468x_DAB_tune_freq(index));  // result ignored: the acquired ensemble decides
   bcm2835_delay(settle_ms);
   for (int poll = 0; poll < polls; ++poll) {
     Si468x_DAB_digrad_status status;

@@ -9,7 +9,7 @@
 [[nodiscard]] int16_t Si468x_bus_init();
 
 /// Starts SPI0 again with its settings. @return 0; -6 with code 3 when the library cannot start it.
-int16_t Si468x_bus_enable();
+[[nodiscard]] int16_t Si468x_bus_enable();
 
 /// Stops SPI0 and gives its pins back; the registers stay mapped.
 void Si468x_bus_disable();

@@ -21,7 +21,7 @@ struct Si468x_digital_service_list {
   /// Reads the list (GET_DIGITAL_SERVICE_LIST) into `list_buffer`, 4096 bytes of the caller's.
   /// @return 0; the command's result with code 26 (length) or 226 (list); -4 with code 126 (list above 4089 bytes) or
   /// 326 (below the 6 bytes of its header).
-  int16_t get_new_list(uint8_t* list_buffer);
+  [[nodiscard]] int16_t get_new_list(uint8_t* list_buffer);
   void clean();  ///< Zeroes the record.
   int json_print_data(std::stringstream& ss) const;
 };
@@ -44,7 +44,7 @@ struct Si468x_service_data {
   /// Decodes service `index`, from 0. @return 0; -6 with code 27 (no such service); -4 with code 127 or 327 (header
   /// beyond the list's end), 227 (components beyond it on the way there), or 427 (components of the wanted service
   /// beyond it: the other fields are set, `components` is kept).
-  int16_t get_service(const Si468x_digital_service_list* list, uint8_t index);
+  [[nodiscard]] int16_t get_service(const Si468x_digital_service_list* list, uint8_t index);
   int json_print_data(std::stringstream& ss, uint16_t service_no) const;
 };
 
@@ -68,7 +68,7 @@ struct Si468x_DAB_component {
   uint8_t muA_info_valid = 0;
 
   /// Decodes component `index`, from 0. @return 0; -6 with code 28 when the service or the list's bytes end before it.
-  int16_t get_component(const Si468x_service_data* service, uint8_t index);
+  [[nodiscard]] int16_t get_component(const Si468x_service_data* service, uint8_t index);
   int json_print_data(std::stringstream& ss, uint16_t component_no) const;
 };
 
@@ -87,7 +87,7 @@ struct Si468x_DAB_component_info {
   /// DAB_GET_COMPONENT_INFO, read twice: fixed fields, then all of it. Set `ua_data` before each call.
   /// @return 0; the command's result with code 30 or 130 (second read); -4 with code 1030 + 100 ua_length when that is
   /// above 227. The fields before `ua_data` are set, except with code 30.
-  int16_t get_info(uint32_t service_id, uint32_t component_id);
+  [[nodiscard]] int16_t get_info(uint32_t service_id, uint32_t component_id);
   void print_info() const;
 };
 
@@ -100,7 +100,7 @@ struct Si468x_user_application_data {
   /// Finds entry `index`, from 0. @return 0; -6 with code 31 (no such entry), 131, 231, 331, 1031 + 100 x or
   /// 1131 + 100 x (lengths that do not fit the area; x the first byte of the offending entry).
   /// With code 331 (its pad byte is not 0) `type` and `length` are set.
-  int16_t get_ua_data(const Si468x_DAB_component_info* info, uint8_t index);
+  [[nodiscard]] int16_t get_ua_data(const Si468x_DAB_component_info* info, uint8_t index);
 };
 
 /// One packet of a started data service.
@@ -119,6 +119,6 @@ struct Si468x_digital_service_data {
   /// tries) or 234 (no packet ready); -2 with code 134 (overflow); -4 with code 334 (the packet needs more than
   /// `buf_size`). If a header was read, its fields are set even on failure, and `payload` is null unless a payload was
   /// read. With code 34, and with a buffer below 25 bytes, the record is unchanged.
-  int16_t get_new_data(uint8_t* buf, uint32_t buf_size);
+  [[nodiscard]] int16_t get_new_data(uint8_t* buf, uint32_t buf_size);
   void print_data() const;
 };

@@ -10,7 +10,7 @@
 /// Seeks the next station downwards (FM_SEEK_START); at the band's lower limit the seek goes on from the upper one.
 /// Waits for its end like Si468x_DAB_tune_freq.
 /// @return 0; the command's result with code 60; out of time, the last poll's result, 0, -1 or -2, with code 160.
-int16_t Si468x_tune_next_station();
+[[nodiscard]] int16_t Si468x_tune_next_station();
 
 /// Received signal quality of the tuned FM station.
 struct Si468x_FM_rsq_status {
@@ -29,7 +29,7 @@ struct Si468x_FM_rsq_status {
 
   /// FM_RSQ_STATUS; acknowledges the interrupts and the end of a seek; prints the 23 reply bytes.
   /// @return 0; the command's result with code 61.
-  int16_t get_status();
+  [[nodiscard]] int16_t get_status();
 };
 
 /// RDS data of the tuned FM station; the record keeps nothing.
@@ -46,5 +46,5 @@ struct Si468x_FM_rsq_status {
 /// Each read takes one group.
 struct Si468x_FM_rds_status {
   /// FM_RDS_STATUS; prints the 21 reply bytes. @return 0; the command's result with code 62.
-  int16_t get_status();
+  [[nodiscard]] int16_t get_status();
 };

@@ -12,19 +12,19 @@ extern uint32_t Si468x_ErrorCode;
 /// checks the status again.
 /// @return 0; -3 with code 160 (no clear-to-send); -1 or -2 with code 260 or 560 (bad status, before or in the reply);
 /// -6 with code 360 (`reply_len` without `reply`).
-int16_t Si468x_send_cmd(uint8_t* cmd, uint8_t* reply, uint16_t cmd_len, uint16_t reply_len);
+[[nodiscard]] int16_t Si468x_send_cmd(uint8_t* cmd, uint8_t* reply, uint16_t cmd_len, uint16_t reply_len);
 
 /// Sends a command and does not wait. @return 0; -1 with code 57.
-int16_t Si468x_send_cmd_simple(uint8_t* cmd, uint16_t len);
+[[nodiscard]] int16_t Si468x_send_cmd_simple(uint8_t* cmd, uint16_t len);
 
 /// Reads `len` bytes of the chip's reply (RD_REPLY) into `buf` and checks nothing. @return 0; -1 with code 56.
-int16_t Si468x_read_reply(uint8_t* buf, uint16_t len);
+[[nodiscard]] int16_t Si468x_read_reply(uint8_t* buf, uint16_t len);
 
 /// Reads 7 bytes of the reply into `buf` and checks the status. @return 0; -1 with code 14; -1 or -2 with code 114.
-int16_t Si468x_rd_reply(uint8_t* buf);
+[[nodiscard]] int16_t Si468x_rd_reply(uint8_t* buf);
 
 /// Stores `code` in Si468x_ErrorCode. @return `result`.
-int16_t Si468x_failure(int16_t result, uint32_t code);
+[[nodiscard]] int16_t Si468x_failure(int16_t result, uint32_t code);
 
 /// Zeroes `len` bytes of `buf`, the last one first.
 void Si468x_clear_array(uint8_t* buf, uint16_t len);

@@ -25,7 +25,8 @@
 // clear-to-send in time, -6 for no reply buffer; "the command's result" below is one of these, passed on. Other results
 // are documented with each operation. Each failure stores its own code in Si468x_ErrorCode; error-codes.md, beside this
 // library's examples, lists them. Success stores none: a tune and a seek that run out of time may return 0, so set
-// Si468x_ErrorCode to 0 before them and compare it with 121 or 160 after them. Only reports print.
+// Si468x_ErrorCode to 0 before them and compare it with 121 or 160 after them. Each operation that can fail is
+// [[nodiscard]]. Only reports print.
 //
 // Buffers. A command is sent in place: the buffer then holds the bytes received during the transfer. A reply buffer
 // holds one meaningless byte first, clocked in with the read opcode; then STATUS0 to STATUS3; then the command's data.
@@ -62,7 +63,7 @@ inline constexpr unsigned Si468x_image_settle_ms = 100;  ///< pause between the 
 [[nodiscard]] int16_t Si468x_power_up();
 
 /// Announces an image to the bootloader (LOAD_INIT); needed before each. @return 0, or the command's result and code.
-int16_t Si468x_load_init();
+[[nodiscard]] int16_t Si468x_load_init();
 
 /// Downloads an image from memory in chunks of 4092 bytes (HOST_LOAD); `image` is only read.
 /// @return 0; -6 with code 8 when `size` is 0; the failed chunk's result with code 108.
@@ -108,10 +109,13 @@ struct Si468x_chip_info {
   uint8_t dsp_frame_overrun = 0, read_reply_data_dropped = 0, command_write_data_dropped = 0;
   uint8_t arbiter_error = 0, non_recoverable_error = 0;
 
-  int16_t get_status();     ///< Reads the status bytes, sending no command. @return 0; -1 with code 11.
-  int16_t get_part_info();  ///< GET_PART_INFO: mask revision, ROM id, part number. @return 0; the result with code 21.
-  int16_t get_sys_state();  ///< GET_SYS_STATE: running image. @return 0; the command's result with code 12.
-  int16_t get_func_info();  ///< GET_FUNC_INFO: revision of the image. @return 0; the command's result with code 13.
+  [[nodiscard]] int16_t get_status();  ///< Reads the status bytes, sending no command. @return 0; -1 with code 11.
+  [[nodiscard]] int16_t
+  get_part_info();  ///< GET_PART_INFO: mask revision, ROM id, part number. @return 0; the result with code 21.
+  [[nodiscard]] int16_t
+  get_sys_state();  ///< GET_SYS_STATE: running image. @return 0; the command's result with code 12.
+  [[nodiscard]] int16_t
+  get_func_info();  ///< GET_FUNC_INFO: revision of the image. @return 0; the command's result with code 13.
   void print_data() const;
 };
 
@@ -129,7 +133,7 @@ inline constexpr uint16_t Si468x_fm_rds_config = 0x3C02;          ///< 1: RDS re
 /// Writes property prop[0] = prop[1] (SET_PROPERTY) and reads it back. `prop` holds two numbers and is not changed.
 /// @return 0; the command's result with code 18 (write) or 118 (read-back); -6 with code 218 when another value is
 /// read.
-int16_t Si468x_set_property(const uint16_t* prop);
+[[nodiscard]] int16_t Si468x_set_property(const uint16_t* prop);
 
 /// Reads property prop[0] into prop[1] (GET_PROPERTY). @return 0; the command's result with code 17, prop[1] unchanged.
 [[nodiscard]] int16_t Si468x_get_property(uint16_t* prop);
@@ -151,7 +155,7 @@ struct Si468x_DAB_digrad_status;
 /// every 100 ms, 100 times at most (about 10 s). A poll that fails records code 114 but does not end the wait.
 /// @return 0 when complete; the command's result with code 21; out of time, the last poll's result, 0, -1 or -2, with
 /// code 121.
-int16_t Si468x_DAB_tune_freq(uint8_t index);
+[[nodiscard]] int16_t Si468x_DAB_tune_freq(uint8_t index);
 
 /// The scan's step for one frequency: tunes and reads `status`. If it shows a usable ensemble (valid, FIC quality 30 or
 /// more), waits up to about 10 s for a stable service list, acknowledging the chip's events.
@@ -189,7 +193,7 @@ struct Si468x_DAB_digrad_status {
   uint16_t cu_level = 0;    ///< capacity units in use
   uint8_t fast_dect = 0;    ///< metric of the fast detection of a DAB signal
 
-  int16_t get_new_status();  ///< DAB_DIGRAD_STATUS. @return 0; the command's result with code 22.
+  [[nodiscard]] int16_t get_new_status();  ///< DAB_DIGRAD_STATUS. @return 0; the command's result with code 22.
   void print_data() const;
   int json_print_data(std::stringstream& ss) const;
 };
@@ -201,7 +205,8 @@ struct Si468x_DAB_event_status {
   uint8_t freq_info_available = 0, service_list_available = 0;
   uint16_t service_list_version = 0;
 
-  int16_t get_new_status();  ///< DAB_GET_EVENT_STATUS with acknowledge. @return 0; the command's result with code 24.
+  [[nodiscard]] int16_t
+  get_new_status();  ///< DAB_GET_EVENT_STATUS with acknowledge. @return 0; the command's result with code 24.
   void print_data() const;
 };
 
@@ -210,8 +215,8 @@ struct Si468x_time {
   uint16_t year = 0;
   uint8_t month = 0, day = 0, hour = 0, minute = 0, second = 0;
 
-  int16_t get_ensembletime();  ///< DAB_GET_TIME. @return 0; the command's result with code 35.
-  void clean();                ///< Zeroes the record.
-  int print_data() const;      ///< @return characters printed
+  [[nodiscard]] int16_t get_ensembletime();  ///< DAB_GET_TIME. @return 0; the command's result with code 35.
+  void clean();                              ///< Zeroes the record.
+  int print_data() const;                    ///< @return characters printed
   int json_print_data(std::stringstream& ss) const;
 };

@@ -34,7 +34,7 @@ void Si468x_SPI_CS_low();
 void Si468x_SPI_CS_high();
 
 /// One whole transaction: chip select for exactly the `len` bytes of `buf`. @return 0.
-[[nodiscard]] int16_t Si468x_SPI_RW_data(uint8_t* buf, uint16_t len);
+int16_t Si468x_SPI_RW_data(uint8_t* buf, uint16_t len);
 
 /// `len` bytes of `buf` inside the transaction that Si468x_SPI_CS_low opened. @return 0.
 int16_t Si468x_SPI_RW_data_noCS(uint8_t* buf, uint16_t len);

@@ -87,14 +87,14 @@ TEST_F(Powered_up, ChunkOutcomes) {
       {{.command = "HOST_LOAD", .status_bits = {0, 0, 0, 0x01}}, -2, 260, {}},
   };
   for (const auto& c : cases) {
-    Si468x_load_init();
+    EXPECT_EQ(Si468x_load_init(), 0);
     start_over();
     board.fault(c.fault);
     Byte_string chunk(100, 0x5C);
     EXPECT_EQ(Si468x_load_firmware_datapackage(chunk.data(), 100), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.code);
     EXPECT_EQ(board.waits(), c.waits);
-    Si468x_load_init();
+    EXPECT_EQ(Si468x_load_init(), 0);
     EXPECT_EQ(Si468x_load_firmware_static(fw_rom00_patch016bin, 10), c.result);
     EXPECT_EQ(Si468x_ErrorCode, c.result == 0 ? 0U : 108U);
   }
@@ -102,7 +102,10 @@ TEST_F(Powered_up, ChunkOutcomes) {
 
 class Image_file : public Powered_up {
  protected:
-  Image_file() { Si468x_load_init(), board.clear_record(); }
+  Image_file() {
+    EXPECT_EQ(Si468x_load_init(), 0);
+    board.clear_record();
+  }
   ~Image_file() override { std::remove(path.c_str()); }
   const std::string path = testing::TempDir() + "kelvo-image-" + std::to_string(getpid());
 };

@@ -36,8 +36,8 @@ TEST_F(Strict_board, CommandBeforeClearToSendIsDropped) {
   board.air().always_ready = false;
   Byte_string first{0xB2, 0};
   Byte_string second{0xBC, 1};
-  Si468x_send_cmd_simple(first.data(), 2);
-  Si468x_send_cmd_simple(second.data(), 2);
+  EXPECT_EQ(Si468x_send_cmd_simple(first.data(), 2), 0);
+  EXPECT_EQ(Si468x_send_cmd_simple(second.data(), 2), 0);
   board.wait(10ms);
   std::array<uint8_t, 7> status{};
   EXPECT_EQ(Si468x_rd_reply(status.data()), -1);
@@ -52,7 +52,7 @@ TEST_F(Strict_board, SetUpMistakesAreCaughtAndReachNoChip) {
     set_up();
     static_cast<void>(Si468x_SPI_RW_data(status.data(), 7));
     EXPECT_EQ(status[4], 0x00);
-    Si468x_bus_enable();
+    EXPECT_EQ(Si468x_bus_enable(), 0);
     return board.mistakes();
   };
   EXPECT_EQ(mistake_after([] { Si468x_bus_disable(); }), Mistakes{"transfer before bcm2835_spi_begin"});
