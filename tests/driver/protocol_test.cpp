@@ -4,10 +4,6 @@
 
 namespace {
 
-const uint32_t code_at_start = Si468x_ErrorCode;
-
-TEST(Error_code, IsZeroBeforeTheFirstFailure) { EXPECT_EQ(code_at_start, 0U); }
-
 class Exchange : public Tuned_to_33 {
  protected:
   // DAB_GET_TIME as an example of a command with a reply.
@@ -92,15 +88,9 @@ TEST_F(Exchange, CommandsAndReadsCanBeMadeSingly) {
   EXPECT_EQ(board.sent(), (Frames{{0xBC, 0x01}, zeros(9), zeros(7)}));
 }
 
-TEST_F(Exchange, Helpers) {
-  EXPECT_EQ(Si468x_failure(-5, 777), -5);
-  EXPECT_EQ(Si468x_ErrorCode, 777U);
-  EXPECT_EQ(Si468x_min(-3, 2), -3);
-  EXPECT_EQ(Si468x_min(7, 2), 2);
-  Byte_string bytes{1, 2, 3, 4};
-  Si468x_clear_array(bytes.data(), 3);
-  EXPECT_EQ(bytes, (Byte_string{0, 0, 0, 4}));
-  EXPECT_EQ(output_of([&] { Si468x_hex_print(bytes.data(), 4, "%s: "); }), "%s: 00 00 00 04 \n");
+TEST_F(Exchange, HexPrintTakesItsHeadingAsText) {
+  const Byte_string bytes{0, 0x0F, 0xF0};
+  EXPECT_EQ(output_of([&] { Si468x_hex_print(bytes.data(), 3, "%s: "); }), "%s: 00 0f f0 \n");
 }
 
 TEST_F(Exchange, EveryOperationHasACodeForItsRefusedCommand) {

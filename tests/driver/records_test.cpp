@@ -59,16 +59,12 @@ class Records : public Tuned_to_33 {
     return record.report();
   }
 
-  // A refused read, all bits set, then a line for each byte: what its bits 0 to 7 change.
+  // A refused read, then a line for each byte: what its bits 0 to 7 change.
   std::string text_of(const Record& record) {
     board.clear_faults();
     board.fault({.command = record.command, .status_bits = {0x40}});
-    std::string text = "Refused\n" + record.report() + "\nAll bits\n";
+    std::string text = "Refused\n" + record.report() + "\n";
     const auto is_text = [&](size_t at) { return at >= record.text_at && at < record.text_at + 16; };
-    Byte_string all = record.base;
-    for (size_t at = 0; at < all.size(); ++at)
-      if (!is_text(at)) all[at] = 0xFF;
-    text += report(record, all) + "\n";
     const Lines base = plain_lines(report(record, record.base));
     for (size_t at = 0; at < record.base.size(); ++at) {
       if (is_text(at)) continue;
