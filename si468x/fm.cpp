@@ -33,6 +33,14 @@ constexpr Field<Rsq> rsq_fields[] = {
 };
 // clang-format on
 
+using Rsq_reply = std::array<uint8_t, 23>;
+
+int16_t read_quality(Rsq& record, Rsq_reply& reply) {
+  if (const int16_t r = query(Opcode::FM_RSQ_STATUS, 0x09, reply); r != 0) return Si468x_failure(r, 61);
+  decode<rsq_fields>(record, reply);
+  return 0;
+}
+
 }  // namespace
 
 int16_t Si468x_tune_next_station() {
@@ -41,10 +49,14 @@ int16_t Si468x_tune_next_station() {
   return wait_for_seek_tune_complete(160);
 }
 
+int16_t Si468x_FM_rsq_status::get_new_status() {
+  Rsq_reply reply{};
+  return read_quality(*this, reply);
+}
+
 int16_t Si468x_FM_rsq_status::get_status() {
-  std::array<uint8_t, 23> reply{};
-  if (const int16_t r = query(Opcode::FM_RSQ_STATUS, 0x09, reply); r != 0) return Si468x_failure(r, 61);
-  decode<rsq_fields>(*this, reply);
+  Rsq_reply reply{};
+  if (const int16_t r = read_quality(*this, reply); r != 0) return r;
   Si468x_hex_print(reply.data(), reply.size(), "");
   return 0;
 }

@@ -27,9 +27,9 @@ struct Si468x_FM_rsq_status {
   uint16_t antenna_cap = 0;  ///< antenna tuning capacitor
   uint8_t hd_level = 0, hd_level_filtered = 0;
 
-  /// FM_RSQ_STATUS; acknowledges the interrupts and the end of a seek; prints the 23 reply bytes.
-  /// @return 0; the command's result with code 61.
-  [[nodiscard]] int16_t get_status();
+  /// FM_RSQ_STATUS; acknowledges the interrupts and the end of a seek. @return 0; the command's result with code 61.
+  [[nodiscard]] int16_t get_new_status();
+  [[nodiscard]] int16_t get_status();  ///< The same, and prints the 23 reply bytes.
 };
 
 /// RDS data of the tuned FM station; the record keeps nothing.

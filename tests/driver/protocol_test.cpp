@@ -115,6 +115,7 @@ TEST_F(Exchange, EveryOperationHasACodeForItsRefusedCommand) {
       {"DAB_GET_TIME", 35, [&] { return time.get_ensembletime(); }},
       {"FM_SEEK_START", 60, [] { return Si468x_tune_next_station(); }},
       {"FM_RSQ_STATUS", 61, [] { return Si468x_FM_rsq_status{}.get_status(); }},
+      {"FM_RSQ_STATUS", 61, [] { return Si468x_FM_rsq_status{}.get_new_status(); }},
       {"FM_RDS_STATUS", 62, [] { return Si468x_FM_rds_status{}.get_status(); }},
   };
   for (const auto& c : cases) {

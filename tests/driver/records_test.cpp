@@ -162,7 +162,7 @@ std::string component_report() {
 std::string rsq_report() {
   Si468x_FM_rsq_status rsq;
   int16_t result = 0;
-  output_of([&] { result = rsq.get_status(); });
+  EXPECT_EQ(output_of([&] { result = rsq.get_new_status(); }), "");
   std::ostringstream text;
   const auto& [snrh, snrl, rssih, rssil, limit, hd, hd_filtered, railed, valid, khz10, offset, rssi, snr, multipath,
                cap, level, level_filtered] = rsq;
