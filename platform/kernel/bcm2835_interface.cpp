@@ -7,8 +7,8 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "messages/messages.h"
 #include "platform/kernel/clock.h"
-#include "platform/kernel/device_file.h"
 #include "platform/kernel/errors.h"
 #include "platform/kernel/link.h"
 #include "si468x/spi/split_transfer.h"
@@ -33,7 +33,7 @@ void wait(std::chrono::nanoseconds span) {
 
 int bcm2835_init(void) {
   close_link();
-  kernel::fill_standard_streams();
+  messages::fill_standard_streams();
   kernel::expect_first_fault();
   link = new kernel::Link;
   static const bool closes_at_exit = std::atexit(close_link) == 0;  // so that the trace gets its totals

@@ -2,6 +2,7 @@
 // The trace of a board, KELVO_TRACE.
 #include "platform/kernel/board_trace.h"
 
+#include "messages/messages.h"
 #include "platform/kernel/clock.h"
 #include "platform/kernel/errors.h"
 #include "trace/command_names.h"
@@ -12,7 +13,7 @@ namespace kernel {
 Board_trace::Board_trace(const std::string& path) : path_(path) {
   if (path_.empty()) return;
   if (const std::string fault = trace::open_file(file_, path_); !fault.empty())
-    refuse(path_ + ": the trace cannot be written: " + fault);
+    messages::refuse(path_ + ": the trace cannot be written: " + fault);
   start_of_run_ = kernel::now();
 }
 

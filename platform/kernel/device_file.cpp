@@ -19,13 +19,6 @@ int open_retrying(const char* path, int flags) {
 
 }  // namespace
 
-void fill_standard_streams() {
-  int descriptor = -1;
-  do descriptor = open_retrying("/dev/null", O_RDWR);
-  while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-  if (descriptor >= 0) ::close(descriptor);
-}
-
 Device_file& Device_file::operator=(Device_file&& other) noexcept {
   std::swap(descriptor_, other.descriptor_);
   return *this;

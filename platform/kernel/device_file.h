@@ -8,10 +8,6 @@
 
 namespace kernel {
 
-/// Opens /dev/null in place of each standard stream that the program was started without. A device must never get the
-/// number of one: what the program prints would go to the chip.
-void fill_standard_streams();
-
 /// An open device file, or none. It is closed with the object.
 class Device_file {
  public:

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Messages to the user on standard error: one line each, which begins with the program's name and follows all of the
-// program's own output.
+// The faults of the board's devices.
 #pragma once
 
 #include <string>
@@ -14,10 +13,5 @@ std::string reason(int error);
 void report(const std::string& fault);
 /// The next fault is the first of a run.
 void expect_first_fault();
-
-void warn(const std::string& what);
-
-/// The user's settings cannot be used: ends the program with status 2.
-[[noreturn]] void refuse(const std::string& fault);
 
 }  // namespace kernel

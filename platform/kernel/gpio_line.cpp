@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "messages/messages.h"
 #include "platform/kernel/errors.h"
 
 namespace kernel {
@@ -53,8 +54,8 @@ void warn_where_level_is_lost(const Line_place& place) {
   if (read_controller(place.controller, info) != 0) return;
   const Known_controller* const known = known_controller(info);
   if (known != nullptr && reads_no(known->keeps_levels))
-    warn("after this run only a pull resistor keeps the level of the reset line: " + std::string(known->keeps_levels) +
-         " is N");
+    messages::print("warning: after this run only a pull resistor keeps the level of the reset line: " +
+                    std::string(known->keeps_levels) + " is N");
 }
 
 std::string cure(int error) { return error == EACCES ? "; join the group gpio" : ""; }

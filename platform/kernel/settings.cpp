@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "messages/messages.h"
 #include "platform/kernel/errors.h"
 
 namespace kernel {
@@ -39,9 +40,10 @@ std::optional<Line_place> parse_line(std::string_view text) {
 void check(const Line_place& place) {
   gpiochip_info info{};
   const int error = read_controller(place.controller, info);
-  if (error != 0 && error != EACCES) refuse("KELVO_RESET: " + place.controller + ": " + reason(error));
+  if (error != 0 && error != EACCES) messages::refuse("KELVO_RESET: " + place.controller + ": " + reason(error));
   if (error == 0 && place.offset >= info.lines)
-    refuse("KELVO_RESET: " + place.controller + " has lines 0 to " + std::to_string(int64_t{info.lines} - 1) + " only");
+    messages::refuse("KELVO_RESET: " + place.controller + " has lines 0 to " + std::to_string(int64_t{info.lines} - 1) +
+                     " only");
 }
 
 }  // namespace
@@ -51,7 +53,7 @@ Settings read_settings() {
   settings.trace = variable("KELVO_TRACE");
   if (const std::string reset = variable("KELVO_RESET"); !reset.empty()) {
     settings.reset = parse_line(reset);
-    if (!settings.reset) refuse("KELVO_RESET: not a controller and a line, as in gpiochip1:17");
+    if (!settings.reset) messages::refuse("KELVO_RESET: not a controller and a line, as in gpiochip1:17");
     check(*settings.reset);
   }
   return settings;

@@ -3,7 +3,6 @@
 #include "simulator/host/environment.h"
 
 #include <charconv>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "messages/messages.h"
 #include "simulator/board/fault_file.h"
 #include "simulator/host/state_keeper.h"
 #include "simulator/host/variables.h"
@@ -21,23 +21,11 @@ namespace sim {
 
 namespace {
 
-constexpr int exit_bad_file = 2;
 constexpr int exit_hang = 3;
-
-// The program's own output comes first.
-void complain(const std::string& what) {
-  std::fflush(stdout);
-  std::fprintf(stderr, "kelvo-sim: %s\n", what.c_str());
-}
-
-[[noreturn]] void refuse(const std::string& what) {
-  complain(what);
-  std::exit(exit_bad_file);
-}
 
 void warn_of_unknown_variables() {
   for (const std::string& name : unknown_variables())
-    complain("warning: " + name + " is not a variable of the simulated board");
+    messages::print("warning: " + name + " is not a variable of the simulated board");
 }
 
 // The broadcast and the faults that the variables choose.
@@ -50,7 +38,7 @@ Board_file chosen_files() {
       for (const Fault& fault : read_fault_file(faults)) chosen.faults.push_back(fault);
     return chosen;
   } catch (const File_error& error) {
-    refuse(error.what());
+    messages::refuse(error.what());
   }
 }
 
@@ -64,7 +52,7 @@ std::optional<size_t> trace_bytes() {
   size_t bytes = 0;
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(text.data(), end, bytes);
-  if (error != std::errc() || rest != end) refuse("KELVO_SIM_TRACE_BYTES is neither a number nor \"all\"");
+  if (error != std::errc() || rest != end) messages::refuse("KELVO_SIM_TRACE_BYTES is neither a number nor \"all\"");
   return bytes;
 }
 
@@ -75,7 +63,7 @@ std::string state_path() {
   if (directory.empty()) {
     const std::string home = variable("HOME");
     if (home.empty()) {
-      complain("the board's state is not kept: none of KELVO_SIM_STATE, XDG_STATE_HOME and HOME is set");
+      messages::print("the board's state is not kept: none of KELVO_SIM_STATE, XDG_STATE_HOME and HOME is set");
       return {};
     }
     directory = std::filesystem::path(home) / ".local" / "state";
@@ -89,7 +77,7 @@ std::string state_path() {
 // The board of the program, and its messages on standard error.
 class Environment : public trace::Observer {
  public:
-  explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), complain) {
+  explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), messages::print) {
     const std::optional<size_t> most_traced = trace_bytes();
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
@@ -104,18 +92,18 @@ class Environment : public trace::Observer {
   void finish() {
     const std::vector<std::string> never_triggered = board_.never_triggered();
     if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
-    if (trace_ && !trace_file_) complain(variable("KELVO_SIM_TRACE") + ": the trace could not be written");
+    if (trace_ && !trace_file_) messages::print(variable("KELVO_SIM_TRACE") + ": the trace could not be written");
     std::string faults;
     for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
-    if (!faults.empty()) complain("warning: never triggered: " + faults);
+    if (!faults.empty()) messages::print("warning: never triggered: " + faults);
     keeper_.save(board_.state());
     keeper_.release();
   }
 
-  void mistake(Time /*now*/, const std::string& what) override { complain("board: " + what); }
+  void mistake(Time /*now*/, const std::string& what) override { messages::print("board: " + what); }
 
   void hang(Time /*now*/, const std::string& what) override {
-    complain("board: " + what);
+    messages::print("board: " + what);
     std::exit(exit_hang);
   }
 
@@ -127,7 +115,7 @@ class Environment : public trace::Observer {
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
     if (const std::string fault = trace::open_file(trace_file_, path); !fault.empty())
-      return complain(path + ": the trace cannot be written: " + fault);
+      return messages::print(path + ": the trace cannot be written: " + fault);
     board_.add_observer(trace_.emplace(trace_file_, most));
   }
 

@@ -13,6 +13,7 @@ refuse "si468x/spi/*.cpp si468x/spi/*.h" 'si468x/[^/]*"|scan/|frontend/|simulato
 refuse "$driver" 'scan/|frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'scan/*' 'frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'frontend/*' 'simulator/|platform/|survey/|trace/'
+refuse 'messages/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|survey/|trace/'
 refuse 'platform/*/*' 'si468x/[^/]*"|scan/|frontend/|simulator/|firmware/|survey/'
 refuse 'trace/*' 'si468x/|scan/|frontend/|simulator/|platform/|survey/'
 refuse 'simulator/*/* simulator/*/*/*' 'si468x/|scan/|frontend/|platform/|firmware/|survey/'

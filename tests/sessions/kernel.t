@@ -127,7 +127,7 @@ A line or a device that cannot be used: one line with the reason.
   kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
   $ kernel chip=x; run -t; kernel
-  kelvo-sim: KELVO_SIM_KERNEL: "chip=x" has no meaning
+  kelvo-spidev: KELVO_SIM_KERNEL: "chip=x" is not a setting of the simulated kernel
   = 2
 
 A transfer that fails receives zeros.

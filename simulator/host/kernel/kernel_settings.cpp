@@ -3,11 +3,10 @@
 #include "simulator/host/kernel/kernel_settings.h"
 
 #include <charconv>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 #include <string_view>
 
+#include "messages/messages.h"
 #include "simulator/host/variables.h"
 
 namespace sim {
@@ -15,8 +14,7 @@ namespace sim {
 namespace {
 
 [[noreturn]] void refuse(const std::string& word) {
-  std::fprintf(stderr, "kelvo-sim: KELVO_SIM_KERNEL: \"%s\" has no meaning\n", word.c_str());
-  std::exit(2);
+  messages::refuse("KELVO_SIM_KERNEL: \"" + word + "\" is not a setting of the simulated kernel");
 }
 
 void set(Kernel_settings& settings, const std::string& word) {
