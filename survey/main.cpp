@@ -22,8 +22,8 @@
 #include "survey/output/page.h"
 #include "survey/output/picture.h"
 #include "survey/output/table.h"
-#include "survey/scan/reader.h"
-#include "survey/scan/text.h"
+#include "survey/file/reader.h"
+#include "survey/text/text.h"
 
 namespace {
 

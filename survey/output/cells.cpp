@@ -12,7 +12,7 @@
 #include <cstring>
 #include <cwchar>
 
-#include "survey/scan/text.h"
+#include "survey/text/text.h"
 
 namespace survey {
 

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-#include "survey/scan/text.h"
+#include "survey/text/codes.h"
+#include "survey/text/text.h"
 
 namespace survey {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "survey/scan/reader.h"
+#include "survey/file/reader.h"
 
 namespace survey {
 

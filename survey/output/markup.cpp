@@ -6,7 +6,8 @@
 #include <array>
 #include <cstdio>
 
-#include "survey/scan/text.h"
+#include "survey/text/codes.h"
+#include "survey/text/text.h"
 
 namespace survey {
 

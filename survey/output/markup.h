@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "survey/scan/model.h"
+#include "survey/file/model.h"
 
 namespace survey {
 

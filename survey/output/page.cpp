@@ -6,6 +6,7 @@
 #include <string>
 
 #include "survey/output/markup.h"
+#include "survey/text/codes.h"
 
 namespace survey {
 

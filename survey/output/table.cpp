@@ -6,6 +6,7 @@
 #include <string>
 
 #include "survey/output/cells.h"
+#include "survey/text/codes.h"
 
 namespace survey {
 

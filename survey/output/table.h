@@ -5,7 +5,7 @@
 #include <ostream>
 #include <vector>
 
-#include "survey/scan/model.h"
+#include "survey/file/model.h"
 
 namespace survey {
 

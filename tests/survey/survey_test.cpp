@@ -4,8 +4,9 @@
 #include <cstdio>
 
 #include "survey/output/exports.h"
-#include "survey/scan/reader.h"
-#include "survey/scan/text.h"
+#include "survey/file/reader.h"
+#include "survey/text/codes.h"
+#include "survey/text/text.h"
 #include "tests/support.h"
 
 namespace {

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Compares entries of equal frequency.
-#include "survey/scan/model.h"
+#include "survey/file/model.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <map>
 #include <tuple>
+
+#include "survey/text/codes.h"
 
 namespace survey {
 
@@ -106,6 +108,15 @@ std::string play_options(const Entry& entry, const Service& service) {
   if (entry.index == 0 || service.id == 0 || component->id == 0) return {};
   return "-f " + std::to_string(entry.index) + " -e " + std::to_string(service.id) + " -c " +
          std::to_string(component->id) + " -p";
+}
+
+// A data service's id
+//   bits 31-24  extended country code
+//   bits 23-20  country id
+std::string_view country(const Entry& entry) {
+  for (const Service& service : entry.services)
+    if (service.data && !country_name(service.id >> 20).empty()) return country_name(service.id >> 20);
+  return {};
 }
 
 }  // namespace survey

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Checks the tree of a scan and turns it into records.
-#include "survey/scan/reader.h"
+#include "survey/file/reader.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,9 @@
 #include <cstring>
 #include <memory>
 
-#include "survey/scan/scan_text.h"
-#include "survey/scan/text.h"
+#include "survey/file/scan_text.h"
+#include "survey/text/codes.h"
+#include "survey/text/text.h"
 
 namespace survey {
 

@@ -65,12 +65,6 @@ enum class Reception {
 
 Reception reception(const Entry& entry);
 
-/// Name of the Band III block at `frequency` kHz ("5A" to "13F"), empty if there is none.
-std::string_view block_name(uint32_t frequency);
-
-/// kHz of the block at `index` of the chip's list as it is by default, 0 beyond it.
-uint32_t block_frequency(unsigned index);
-
 /// One row of the comparison: a frequency, and what each scan received there.
 struct Row {
   uint32_t frequency = 0;           ///< kHz
@@ -113,9 +107,6 @@ const Component* main_component(const Service& service);
 /// The options that play the service's main component: "-f 33 -e 17333 -c 12 -p".
 /// Empty if nothing can play it: `kelvo` takes no index 0, no id 0 and no data service.
 std::string play_options(const Entry& entry, const Service& service);
-
-/// Name of a programme type of the international table, "None" for 0; empty for 30 and 31.
-std::string_view programme_type_name(unsigned type);
 
 /// ISO 3166-1 code of the country whose data service names it, empty if no data service of `entry` does.
 std::string_view country(const Entry& entry);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Names for numbers: blocks, programme types, countries.
-#include <algorithm>
+#include "survey/text/codes.h"
 
-#include "survey/scan/model.h"
+#include <algorithm>
+#include <iterator>
 
 namespace survey {
 
@@ -90,17 +91,9 @@ std::string_view programme_type_name(unsigned type) {
   return type < std::size(programme_types) ? programme_types[type] : std::string_view();
 }
 
-// A data service's id
-//   bits 31-24  extended country code
-//   bits 23-20  country id
-std::string_view country(const Entry& entry) {
-  for (const Service& service : entry.services) {
-    if (!service.data) continue;
-    const uint32_t code = service.id >> 20;
-    const auto* const found = std::ranges::lower_bound(countries, code, {}, &Country::code);
-    if (found != std::end(countries) && found->code == code) return found->name;
-  }
-  return {};
+std::string_view country_name(uint32_t code) {
+  const auto* const found = std::ranges::lower_bound(countries, code, {}, &Country::code);
+  return found == std::end(countries) || found->code != code ? std::string_view() : found->name;
 }
 
 }  // namespace survey

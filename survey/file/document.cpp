@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/scan/document.h"
+#include "survey/file/document.h"
 
 #include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "survey/scan/text.h"
+#include "survey/text/text.h"
 
 namespace survey {
 

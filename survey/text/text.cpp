@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Character sets and UTF-8.
-#include "survey/scan/text.h"
+#include "survey/text/text.h"
 
 #include <clocale>
 #include <cstdint>

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "survey/scan/document.h"
-#include "survey/scan/model.h"
+#include "survey/file/document.h"
+#include "survey/file/model.h"
 
 namespace survey {
 

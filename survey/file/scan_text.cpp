@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "survey/scan/scan_text.h"
+#include "survey/file/scan_text.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
 
-#include "survey/scan/text.h"
+#include "survey/text/text.h"
 
 namespace survey {
 
