@@ -12,7 +12,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   survey::Scan_file file;
   try {
-    file = survey::read_scan({reinterpret_cast<const char*>(data), size}, "input.json");
+    file = survey::read_scans({reinterpret_cast<const char*>(data), size}, "input.json").front();
   } catch (const survey::File_error& error) {
     const std::string_view line = error.what();
     require(line.starts_with("input.json: line ") && line.find_first_of("\r\n") == line.npos, "an error is one line");
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   const std::string json = survey::json_line(file);
   require(nlohmann::json::accept(json), "the output is JSON");
-  const survey::Scan again = survey::read_scan(json, "output.json").scan;
+  const survey::Scan again = survey::read_scans(json, "output.json").front().scan;
   require(again.location.street == file.scan.location.street, "answers stay");
   require(again.entries.size() == file.scan.entries.size(), "entries stay");
   for (size_t i = 0; i < again.entries.size(); ++i) {

@@ -3,91 +3,77 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "messages/messages.h"
+#include "survey/file/reader.h"
+#include "survey/file/search.h"
 #include "survey/options.h"
 #include "survey/output/cells.h"
 #include "survey/output/exports.h"
 #include "survey/output/page.h"
 #include "survey/output/picture.h"
+#include "survey/output/spool.h"
 #include "survey/output/table.h"
-#include "survey/file/reader.h"
 #include "survey/text/text.h"
 
 namespace {
 
 using namespace survey;
 
-Scan_file read(const std::string& name) { return read_scan(read_bytes(name), name); }
+/// The scans in a file. Parts that are missing are no reason to refuse it: they may have been taken out on purpose.
+std::vector<Scan_file> read(const std::string& name) {
+  std::vector<Scan_file> files = read_file(name);
+  for (const Scan_file& file : files)
+    if (!file.gaps.empty()) messages::print(visible(file.scan.file + ": incomplete: " + file.gaps));
+  return files;
+}
 
 std::vector<Scan> read_all(const std::vector<std::string>& names) {
   std::vector<Scan> scans;
-  scans.reserve(names.size());
-  for (const std::string& name : names) scans.push_back(read(name).scan);
+  for (const std::string& name : names)
+    for (Scan_file& file : read(name)) scans.push_back(std::move(file.scan));
   return scans;
 }
 
-/// Text that is printed when all of it is there: a temporary file, which memory need not hold.
-class Held_back {
- public:
-  Held_back() : file_(std::tmpfile(), [](std::FILE* file) { return std::fclose(file); }) { check(file_ != nullptr); }
-
-  void add(const std::string& text) { check(std::fwrite(text.data(), 1, text.size(), file_.get()) == text.size()); }
-
-  void print() {
-    std::array<char, 65536> piece{};
-    std::rewind(file_.get());
-    while (const size_t size = std::fread(piece.data(), 1, piece.size(), file_.get()))
-      std::cout.write(piece.data(), static_cast<std::streamsize>(size));
-    check(std::ferror(file_.get()) == 0);
-  }
-
- private:
-  static void check(bool good) {
-    if (!good) throw File_error("temporary file", std::strerror(errno));
-  }
-
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
-};
-
 void print_each(const Options& options, const std::string& head, const std::function<std::string(Scan_file)>& convert) {
-  Held_back text;
-  text.add(head);
-  for (const std::string& name : options.files) text.add(convert(read(name)));
-  text.print();
+  Spool spool;
+  spool.add(head);
+  for (const std::string& name : options.files)
+    for (Scan_file& file : read(name)) spool.add(convert(std::move(file)));
+  spool.print(std::cout);
 }
 
-// Prints numbers alone, since what is printed becomes part of a command line.
+int fail(const std::string& complaint, const Terminal& terminal) {
+  messages::print(printable(complaint, terminal));
+  return EXIT_FAILURE;
+}
+
+// Standard output gets options and numbers alone: it becomes part of a command line.
 int play(const Options& options) {
   const std::vector<Scan> scans = read_all(options.files);
-  const std::vector<Station> found = stations_called(options.name, scans);
-  std::string answer;
-  std::string complaint;
-  if (found.empty()) complaint = "no audio service has \"" + options.name + "\" in its name";
-  if (found.size() > 1) complaint = "several stations have \"" + options.name + "\" in their names:";
-  if (found.size() == 1) {
-    answer = play_options(*found.front().entry, *found.front().service);
-    if (answer.empty()) complaint = "kelvo has no options that play \"" + found.front().service->label + "\"";
-  }
-  if (complaint.empty()) {
-    std::cout << answer << '\n';
-    return EXIT_SUCCESS;
-  }
+  const std::vector<Station> all = stations(scans);
+  const std::vector<Station> found = stations_called(options.name, all);
   const Terminal terminal = standard_output();
-  std::cerr << "kelvo-survey: " << shown(complaint, terminal) << '\n';
-  if (found.size() > 1) write_stations(std::cerr, found, scans, terminal);
-  return EXIT_FAILURE;
+  if (found.empty()) return fail("no audio service has \"" + options.name + "\" in its name", terminal);
+  if (found.size() > 1) {
+    fail("several stations have \"" + options.name + "\" in their names:", terminal);
+    write_choice(std::cerr, found, all, terminal);
+    return EXIT_FAILURE;
+  }
+  const Service& service = *found.front().service;
+  const std::string reason = unplayable(*found.front().entry, service);
+  if (!reason.empty()) return fail("no options play \"" + service.label + "\": " + reason, terminal);
+  if (service.encrypted) messages::print(printable("\"" + service.label + "\" is encrypted", terminal));
+  std::cout << play_options(*found.front().entry, service) << '\n';
+  return EXIT_SUCCESS;
 }
 
 int run(const Options& options) {
@@ -124,13 +110,13 @@ int main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "");
   try {
     const Options options = read_options(argc, argv);
-    // The next file to be opened would take its number, and the output.
+    // If it is closed, the next file to be opened gets its number and would receive the output.
     if (fcntl(STDOUT_FILENO, F_GETFD) == -1) throw File_error("standard output", "is closed");
     const int status = run(options);
     if (!std::cout.flush()) throw File_error("standard output", "cannot be written");
     return status;
   } catch (const std::exception& error) {
-    std::cerr << "kelvo-survey: " << error.what() << '\n';
+    messages::print(error.what());
     return EXIT_FAILURE;
   }
 }

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
-const char* argp_program_version = "kelvo-survey 1.0.0";
+const char* argp_program_version = "kelvo-survey " KELVO_VERSION;
 const char* argp_program_bug_address = "<kelvo@example.org>";
 
 namespace {
@@ -15,7 +15,7 @@ namespace {
 constexpr const char* doc =
     "Shows what scans (kelvo -u) received: without an option as a table, blocks down and places across."
     "\v"
-    "FILE is a scan file as kelvo writes it, or the same in valid JSON; - is standard input.\n"
+    "FILE has scans as kelvo writes them, or the same in valid JSON; - is standard input.\n"
     "\n"
     "Examples:\n"
     "\n"
@@ -30,13 +30,14 @@ constexpr const char* doc =
 constexpr int key_of(Output output) { return 256 + static_cast<int>(output); }
 
 constexpr argp_option options[] = {
-    {"stations", key_of(Output::stations), nullptr, 0, "One line a station, with the place that receives it best", 0},
+    {"stations", key_of(Output::stations), nullptr, 0, "One line per station, with the place that receives it best", 0},
     {"html", key_of(Output::html), nullptr, 0, "One page with the picture and the stations", 0},
     {"svg", key_of(Output::svg), nullptr, 0, "The picture alone", 0},
-    {"json", key_of(Output::json), nullptr, 0, "Valid JSON, one line a file, with labels as text and block names", 0},
-    {"csv", key_of(Output::csv), nullptr, 0, "One row a station and place", 0},
+    {"json", key_of(Output::json), nullptr, 0, "Valid JSON, one line per scan, with labels as text and block names", 0},
+    {"csv", key_of(Output::csv), nullptr, 0, "One row per station and place", 0},
     {"play", key_of(Output::play), "NAME", 0,
-     "The options of kelvo that play the station of this name, or with this in its name", 0},
+     "The options of kelvo that play the station of this name, or with this in its name; 6B/NAME looks in one block",
+     0},
     {nullptr, 0, nullptr, 0, nullptr, 0}};
 
 error_t take_option(int key, char* argument, argp_state* state) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The command line.
+// The options of the command line.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A JSON text as a tree that knows its lines.
+// A scan file as a tree.
 #pragma once
 
 #include <cstdint>
@@ -22,18 +22,14 @@ struct Node {
   Kind kind = Kind::number;
   size_t line = 0;
   int64_t number = 0;
-  std::string key;             ///< of a member of an object
-  std::string text;            ///< valid UTF-8
-  std::vector<Node> children;  ///< members or elements
+  std::string key{};             ///< of a member of an object
+  std::string text{};            ///< valid UTF-8, but for a label as it was received
+  std::vector<Node> children{};  ///< members or elements
 
   /// The member `wanted`, null if there is none.
   [[nodiscard]] const Node* find(std::string_view wanted) const;
   [[nodiscard]] Node* find(std::string_view wanted);
 };
-
-/// The tree of `json`, a file called `name`. Throws File_error; refuses what is nested too deeply or too large for a
-/// scan, and keys that are twice in one object.
-Node parse(const std::string& json, const std::string& name);
 
 /// Appends the tree as JSON without blanks.
 void append_json(std::string& json, const Node& node);

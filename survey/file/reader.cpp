@@ -10,7 +10,7 @@
 #include <cstring>
 #include <memory>
 
-#include "survey/file/scan_text.h"
+#include "survey/file/parser.h"
 #include "survey/text/codes.h"
 #include "survey/text/text.h"
 
@@ -21,7 +21,7 @@ namespace {
 using Kind = Node::Kind;
 
 constexpr size_t largest_file = size_t{32} << 20;  // bytes
-constexpr size_t most_entries = 41;
+constexpr size_t all_entries = 41;
 constexpr size_t most_services = 255;
 constexpr size_t most_components = 15;
 constexpr size_t label_length = 16;
@@ -31,24 +31,31 @@ class Reader {
  public:
   explicit Reader(const std::string& name) : name_(name) {}
 
-  Scan scan(Node& document) const {
+  Scan_file scan(Node document) {
     require(document, Kind::object, "an object");
     const Node& content = member(document, "content", Kind::text);
     if (content.text != "FullStationScan") fail(content, "\"FullStationScan\"");
     Scan scan;
     scan.file = valid_utf8(name_);
     scan.location = location(member(document, "Location", Kind::object));
-    for (Node& node : array(document, "ensembleList", most_entries)) {
+    std::vector<Node>& entries = array(document, "ensembleList", all_entries);
+    if (entries.empty()) fail(member(document, "ensembleList", Kind::array), "at least one entry in \"ensembleList\"");
+    if (entries.size() < all_entries) note_gap(entries.size(), all_entries, "entries");
+    for (Node& node : entries) {
       scan.entries.push_back(entry(node));
       const auto same = [&](const Entry& other) { return other.index == scan.entries.back().index; };
       if (std::ranges::count_if(scan.entries, same) > 1) fail(node, "an entry with another \"EnsemleNo\"");
     }
-    return scan;
+    return {std::move(scan), std::move(document), gaps_};
   }
 
  private:
   [[noreturn]] void fail(const Node& node, const std::string& expected) const {
     throw File_error(name_, "line " + std::to_string(node.line) + ": expected " + expected);
+  }
+
+  void note_gap(size_t found, size_t written, const std::string& what) {
+    gaps_ += (gaps_.empty() ? "" : ", ") + std::to_string(found) + " of " + std::to_string(written) + " " + what;
   }
 
   void require(const Node& node, Kind kind, const std::string& what) const {
@@ -93,11 +100,12 @@ class Reader {
             answer("Country"),  answer("Floor"),  answer("gps_latitude"), answer("gps_longitude")};
   }
 
-  Entry entry(Node& node) const {
+  Entry entry(Node& node) {
     Entry entry;
-    entry.index = number(node, "EnsemleNo", unsigned{most_entries - 1});
+    entry.index = number(node, "EnsemleNo", unsigned{all_entries - 1});
     Node& status = member(node, "DigradStatus", Kind::object);
     for (const Node& field : status.children) require(field, Kind::number, "a number");
+    entry.measured = std::ranges::any_of(status.children, [](const Node& field) { return field.number != 0; });
     entry.frequency = number(status, "tune_freq", UINT32_MAX);
     if (entry.frequency == 0) entry.frequency = block_frequency(entry.index);
     entry.rssi = measure(status, "rssi");
@@ -106,9 +114,13 @@ class Reader {
     entry.fic_quality = std::min(number(status, "FIC_quality", unsigned{UINT8_MAX}), 100U);
     entry.valid = number(status, "valid", 1U) != 0;
     if (node.find("DigitalServiceList") != nullptr) {
-      const bool decoded = node.find(block_key) != nullptr;
-      for (Node& service_node : array(member(node, "DigitalServiceList", Kind::object), "ServiceList", most_services))
-        entry.services.push_back(service(service_node, decoded));
+      const bool labels_are_text = node.find(block_key) != nullptr;
+      Node& list = member(node, "DigitalServiceList", Kind::object);
+      for (Node& service_node : array(list, "ServiceList", most_services))
+        entry.services.push_back(service(service_node, labels_are_text));
+      const auto written = number(list, "NumberServices", unsigned{most_services});
+      if (entry.services.size() < written)
+        note_gap(entry.services.size(), written, "services at index " + std::to_string(entry.index));
     }
     if (node.find("ensembleTime") != nullptr) entry.time = time(member(node, "ensembleTime", Kind::object));
     return entry;
@@ -128,35 +140,26 @@ class Reader {
     return exists ? std::optional(time) : std::nullopt;
   }
 
-  Service service(Node& node, bool decoded) const {
+  Service service(Node& node, bool labels_are_text) const {
     Service service;
     service.id = number(node, "ServId", UINT32_MAX);
     service.data = number(node, "AudioOrDataFlag", 1U) != 0;
     service.programme_type = number(node, "ProgramType", 31U);
-    service.label = take_label(node, number(node, "SICharset", 15U), decoded);
+    service.label = decode(member(node, label_key, Kind::text), number(node, "SICharset", 15U), labels_are_text);
+    for (const Node& field : node.children)
+      if (field.key != label_key && field.key != "ComponentList") require(field, Kind::number, "a number");
     for (Node& component_node : array(node, "ComponentList", most_components))
       service.components.push_back(component(component_node));
+    const Component* const main = main_component(service);
+    service.encrypted = number(node, "CAId", 7U) != 0 || (main != nullptr && main->encrypted);
     return service;
   }
 
-  // Decodes the label, which becomes the service's first member: nothing that can be taken for a raw label follows it.
-  std::string take_label(Node& service, unsigned charset, bool decoded) const {
-    Node* const raw = service.find(raw_label_key);
-    Node& label = raw != nullptr ? *raw : member(service, "Label", Kind::text);
-    require(label, Kind::text, "a text as label");
-    if (raw != nullptr) {
-      std::string bytes;
-      for (std::string_view rest = label.text; !rest.empty();) bytes += static_cast<char>(take_character(rest));
-      label.text = decode_label(bytes, charset);
-      label.key = "Label";
-    } else {
-      label.text = decode_label(label.text, !decoded && label.text.size() == label_length ? charset : utf8_charset);
-    }
-    for (const Node& field : service.children)
-      if (&field != &label && field.key != "ComponentList") require(field, Kind::number, "a number");
-    const auto place = service.children.begin() + (&label - service.children.data());
-    std::rotate(service.children.begin(), place, place + 1);
-    return service.children.front().text;
+  // Replaces the label by its text.
+  const std::string& decode(Node& label, unsigned charset, bool is_text) const {
+    const bool received = !is_text && label.text.size() == label_length;
+    label.text = decode_label(label.text, received ? charset : utf8_charset);
+    return label.text;
   }
 
   Component component(Node& node) const {
@@ -164,36 +167,43 @@ class Reader {
     return {.id = number(node, "comp_ID", uint32_t{UINT16_MAX}),
             .transport = number(node, "TMID", 3U),
             .type = number(node, "ASCTyDSCTy", 63U),
-            .primary = number(node, "ps", 1U) != 0};
+            .primary = number(node, "ps", 1U) != 0,
+            .encrypted = number(node, "CA_flag", 1U) != 0};
   }
 
   const std::string& name_;
+  std::string gaps_;
 };
 
 }  // namespace
 
-std::string read_bytes(const std::string& name) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> opened(name == "-" ? nullptr : std::fopen(name.c_str(), "rb"),
-                                                               [](std::FILE* file) { return std::fclose(file); });
-  std::FILE* const file = name == "-" ? stdin : opened.get();
-  if (file == nullptr) throw File_error(name, std::string("cannot be opened: ") + std::strerror(errno));
+std::vector<Scan_file> read_file(const std::string& name) {
+  const bool standard_input = name == "-";
+  const std::string title = standard_input ? "standard input" : name;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> opened(
+      standard_input ? nullptr : std::fopen(name.c_str(), "rb"), [](std::FILE* file) { return std::fclose(file); });
+  std::FILE* const file = standard_input ? stdin : opened.get();
+  if (file == nullptr) throw File_error(title, std::string("cannot be opened: ") + std::strerror(errno));
   std::string bytes;
   std::array<char, 65536> piece{};
   while (const size_t size = std::fread(piece.data(), 1, piece.size(), file)) {
     bytes.append(piece.data(), size);
-    if (bytes.size() > largest_file) throw File_error(name, "more than 32 MiB");
+    if (bytes.size() > largest_file) throw File_error(title, "more than 32 MiB");
   }
-  if (std::ferror(file) != 0) throw File_error(name, std::string("cannot be read: ") + std::strerror(errno));
-  return bytes;
+  if (std::ferror(file) != 0) throw File_error(title, std::string("cannot be read: ") + std::strerror(errno));
+  return read_scans(bytes, title);
 }
 
-Scan_file read_scan(std::string_view bytes, const std::string& name) {
+std::vector<Scan_file> read_scans(std::string_view bytes, const std::string& name) {
   constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
   if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
-  Scan_file file;
-  file.document = parse(json_text(bytes), name);
-  file.scan = Reader(name).scan(file.document);
-  return file;
+  std::vector<Scan_file> files;
+  std::vector<Node> documents = parse(bytes, name);
+  for (Node& document : documents) {
+    Scan_file& file = files.emplace_back(Reader(name).scan(std::move(document)));
+    if (documents.size() > 1) file.scan.file += ", scan " + std::to_string(files.size());
+  }
+  return files;
 }
 
 }  // namespace survey

@@ -2,14 +2,7 @@
 // Widths are those of the locale's characters.
 #include "survey/output/cells.h"
 
-#include <langinfo.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <charconv>
-#include <cstdlib>
-#include <cstring>
 #include <cwchar>
 
 #include "survey/text/text.h"
@@ -24,27 +17,11 @@ size_t columns(char32_t character) {
 
 }  // namespace
 
-Terminal standard_output() {
-  Terminal terminal;
-  terminal.unicode = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
-  const char* const no_colour = std::getenv("NO_COLOR");
-  const bool is_terminal = isatty(STDOUT_FILENO) == 1;
-  terminal.colour = is_terminal && (no_colour == nullptr || *no_colour == '\0');
-  winsize size{};
-  if (is_terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) terminal.width = size.ws_col;
-  if (const char* const columns = std::getenv("COLUMNS")) {
-    size_t number = 0;
-    const auto [end, fault] = std::from_chars(columns, columns + std::strlen(columns), number);
-    if (fault == std::errc() && *end == '\0' && number != 0) terminal.width = number;
-  }
-  return terminal;
-}
-
-std::string shown(std::string_view text, const Terminal& terminal) {
+std::string printable(std::string_view text, const Terminal& terminal) {
   std::string result;
   while (!text.empty()) {
     char32_t character = take_character(text);
-    // What the locale does not know it gives no width: nothing is printed of which the width is not known.
+    // A character that the locale does not know has no width, and would shift all columns behind it.
     if (is_control(character) || (terminal.unicode && wcwidth(static_cast<wchar_t>(character)) < 0)) character = 0xFFFD;
     append_character(result, terminal.unicode || character < 0x80 ? character : '?');
   }
@@ -58,7 +35,7 @@ size_t columns(std::string_view text) {
 }
 
 std::string clipped(std::string_view text, size_t width, const Terminal& terminal) {
-  std::string whole = shown(text, terminal);
+  std::string whole = printable(text, terminal);
   if (width == 0 || columns(whole) <= width) return whole;
   std::string result;
   size_t used = 1;  // the mark at the end
@@ -80,8 +57,10 @@ std::string cell(std::string_view text, size_t width, const Terminal& terminal) 
 std::string bar(int value, int end, size_t width, const Terminal& terminal) {
   static constexpr std::string_view eighths[] = {"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
   const auto length = static_cast<size_t>(std::clamp(value, 0, end)) * width * 8 / static_cast<size_t>(end);
+  const size_t beyond = value > end ? 1 : 0;
   std::string result;
-  for (size_t i = 0; i < length / 8; ++i) result += terminal.unicode ? "█" : "#";
+  for (size_t i = beyond; i < length / 8; ++i) result += terminal.unicode ? "█" : "#";
+  if (beyond != 0) result += '>';
   if (terminal.unicode) result += eighths[length % 8];
   const size_t used = length / 8 + (terminal.unicode && length % 8 != 0 ? 1 : 0);
   return result.append(width - used, ' ');

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "survey/file/parser.h"
 #include "survey/text/codes.h"
 #include "survey/text/text.h"
 
@@ -11,7 +12,8 @@ namespace survey {
 
 namespace {
 
-// A spreadsheet calculates a text that begins with one of these, unless it is a number; four are full-width forms.
+// Spreadsheets take a text for a formula if it begins with '=', or with one of the others and is no number. The last
+// four are full-width forms of the first four.
 bool is_formula(std::string_view text) {
   constexpr std::u32string_view beginnings = U"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
@@ -33,11 +35,12 @@ void append(std::string& csv, int64_t number) { csv.append(std::to_string(number
 std::string json_line(Scan_file file) {
   std::vector<Node>& entries = file.document.find("ensembleList")->children;
   for (size_t i = 0; i < entries.size(); ++i) {
-    Node* block = entries[i].find(block_key);
-    if (block == nullptr) block = &entries[i].children.emplace_back();
-    block->kind = Node::Kind::text;
-    block->key = block_key;
-    block->text = block_name(file.scan.entries[i].frequency);
+    // In front of the labels, so that their reader knows that they are text.
+    std::vector<Node>& members = entries[i].children;
+    std::erase_if(members, [](const Node& member) { return member.key == block_key; });
+    members.insert(members.begin(), {.kind = Node::Kind::text,
+                                     .key = std::string(block_key),
+                                     .text = std::string(block_name(file.scan.entries[i].frequency))});
   }
   std::string json;
   append_json(json, file.document);
@@ -46,14 +49,15 @@ std::string json_line(Scan_file file) {
 
 std::string csv_head() {
   return "file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,"
-         "block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component\n";
+         "block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component,"
+         "encrypted\n";
 }
 
 std::string csv_lines(const Scan& scan) {
   const Location& at = scan.location;
   std::string place;
   for (const std::string& text : {scan.file, at.street_no, at.street, at.postal_code, at.city, at.country, at.floor,
-                                  at.latitude, at.longitude, time_text(scan)})
+                                  at.latitude, at.longitude, time_text(scan_time(scan))})
     append(place, std::string_view(text));
   std::string csv;
   for (const Entry& entry : scan.entries) {
@@ -73,23 +77,11 @@ std::string csv_lines(const Scan& scan) {
         append(csv, int64_t{component->id});
       else
         csv += ',';
+      append(csv, std::string_view(service.encrypted ? "yes" : "no"));
       csv.back() = '\n';
     }
   }
   return csv;
-}
-
-std::vector<Station> stations_called(std::string_view name, const std::vector<Scan>& scans) {
-  const std::string wanted = folded(name);
-  std::vector<Station> exact;
-  std::vector<Station> part;
-  for (const Station& station : stations(scans)) {
-    if (station.service->data) continue;
-    const std::string label = folded(station.service->label);
-    if (label == wanted) exact.push_back(station);
-    if (label.find(wanted) != label.npos) part.push_back(station);
-  }
-  return exact.empty() ? part : exact;
 }
 
 }  // namespace survey

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Scans for other programs: JSON, CSV, the options of kelvo. Each file is converted on its own, so that many need no
-// more memory than one.
+// Scans for other programs: JSON and CSV. Each scan is converted alone, so that many need no more memory than one.
 #pragma once
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "survey/file/reader.h"
 
 namespace survey {
 
-/// The members of the file in one line of JSON, with the block's name in each entry.
+/// The members of the scan in one line of JSON, with the block's name in each entry.
 std::string json_line(Scan_file file);
 
 /// The line that names the columns of the lines below it.
@@ -19,8 +17,5 @@ std::string csv_head();
 
 /// One line for each service. A text that a spreadsheet would take for a formula gets an apostrophe in front.
 std::string csv_lines(const Scan& scan);
-
-/// The audio stations that are called `name`, in upper or lower case; without any, those with `name` in theirs.
-std::vector<Station> stations_called(std::string_view name, const std::vector<Scan>& scans);
 
 }  // namespace survey

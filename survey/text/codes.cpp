@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names for numbers: blocks, programme types, countries.
+// Tables of names.
 #include "survey/text/codes.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace survey {
 
@@ -83,6 +82,16 @@ static_assert(std::ranges::is_sorted(countries, {}, &Country::code));
 std::string_view block_name(uint32_t frequency) {
   const auto* const block = std::ranges::find(blocks, frequency, &Block::frequency);
   return block == std::end(blocks) ? std::string_view() : block->name;
+}
+
+std::string megahertz(uint32_t frequency) {
+  const std::string thousandths = std::to_string(1000 + frequency % 1000);
+  return std::to_string(frequency / 1000) + "." + thousandths.substr(1);
+}
+
+std::string block_title(uint32_t frequency) {
+  const std::string_view name = block_name(frequency);
+  return name.empty() ? megahertz(frequency) : std::string(name);
 }
 
 uint32_t block_frequency(unsigned index) { return index < std::size(blocks) ? blocks[index].frequency : 0; }

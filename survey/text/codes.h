@@ -3,12 +3,19 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace survey {
 
 /// Name of the Band III block at `frequency` kHz ("5A" to "13F"), empty if there is none.
 std::string_view block_name(uint32_t frequency);
+
+/// In MHz, "176.640".
+std::string megahertz(uint32_t frequency);
+
+/// The block's name; its frequency in MHz where it has none.
+std::string block_title(uint32_t frequency);
 
 /// kHz of the block at `index` of the chip's list as it is by default, 0 beyond it.
 uint32_t block_frequency(unsigned index);

@@ -2,6 +2,7 @@
 // Character sets and UTF-8.
 #include "survey/text/text.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdint>
 #include <cwctype>
@@ -62,11 +63,6 @@ std::string decode_ucs2(std::string_view bytes) {
   return text;
 }
 
-std::string without_trailing_blanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
-
 }  // namespace
 
 void append_character(std::string& text, char32_t character) {
@@ -108,6 +104,14 @@ char32_t take_character(std::string_view& text) {
   return character;
 }
 
+size_t plain_length(std::string_view text) {
+  const auto* const end = std::ranges::find_if(text, [](char c) {
+    const auto byte = static_cast<uint8_t>(c);
+    return byte < 0x20 || byte >= 0x7F || byte == '"' || byte == '\\';
+  });
+  return static_cast<size_t>(end - text.begin());
+}
+
 std::string valid_utf8(std::string_view bytes) {
   std::string text;
   while (!bytes.empty()) append_character(text, take_character(bytes));
@@ -116,12 +120,14 @@ std::string valid_utf8(std::string_view bytes) {
 
 std::string decode_label(std::string_view bytes, unsigned charset) {
   constexpr unsigned latin_1 = 4, ucs2 = 6;
-  if (charset == ucs2) {
-    // The filling of a label is bytes 0x20, two of which look like a dagger.
-    while (bytes.ends_with("  ") || bytes.ends_with(std::string_view("\0 ", 2))) bytes.remove_suffix(2);
-    return decode_ucs2(bytes);
-  }
-  if (charset == utf8_charset) return without_trailing_blanks(valid_utf8(bytes));
+  // What fills a label up to its end: blanks or zeros. In UCS-2 two blanks look like a dagger.
+  const auto filled = [&] {
+    if (charset != ucs2) return bytes.ends_with(' ') || bytes.ends_with('\0');
+    return bytes.ends_with("  ") || bytes.ends_with({"\0 ", 2}) || bytes.ends_with({"\0\0", 2});
+  };
+  while (filled()) bytes.remove_suffix(charset == ucs2 ? 2 : 1);
+  if (charset == ucs2) return decode_ucs2(bytes);
+  if (charset == utf8_charset) return valid_utf8(bytes);
   std::string text;
   for (const char byte : bytes) {
     const auto code = static_cast<uint8_t>(byte);
@@ -131,7 +137,7 @@ std::string decode_label(std::string_view bytes, unsigned charset) {
       append_character(text, ebu_latin[code]);
     }
   }
-  return without_trailing_blanks(text);
+  return text;
 }
 
 bool is_control(char32_t c) {
@@ -151,13 +157,14 @@ std::string visible(std::string_view text) {
 }
 
 std::string folded(std::string_view text) {
-  // Whatever the user's locale. Without this one only ASCII letters are folded.
+  // Independent of the user's locale. On a system without this one only ASCII letters are folded.
   static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  constexpr wint_t sigma = 0x3C3, final_sigma = 0x3C2;
   std::string result;
   while (!text.empty()) {
     const auto character = static_cast<wint_t>(take_character(text));
-    append_character(result, unicode == nullptr ? static_cast<char32_t>(std::towlower(character))
-                                                : static_cast<char32_t>(towlower_l(character, unicode)));
+    const wint_t lower = unicode == nullptr ? std::towlower(character) : towlower_l(character, unicode);
+    append_character(result, static_cast<char32_t>(lower == final_sigma ? sigma : lower));
   }
   return result;
 }

@@ -18,7 +18,7 @@ refuse 'platform/*/*' 'si468x/[^/]*"|scan/|frontend/|simulator/|firmware/|survey
 refuse 'trace/*' 'si468x/|scan/|frontend/|simulator/|platform/|survey/'
 refuse 'simulator/*/* simulator/*/*/*' 'si468x/|scan/|frontend/|platform/|firmware/|survey/'
 refuse 'survey/*.* survey/*/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'
-refuse 'survey/text/*' 'survey/(file/|output/|[^/]*")'
+refuse 'survey/text/*' 'survey/(file/|output/|[^/]*")|messages/'
 refuse 'survey/file/*' 'survey/(output/|[^/]*")'
 refuse 'simulator/broadcast/*' 'simulator/(chip|board|host)/'
 refuse 'simulator/chip/*' 'simulator/(board|host)/'

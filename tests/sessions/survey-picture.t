@@ -15,7 +15,7 @@ Answers and labels that contain markup and control characters add neither to the
 
   $ kelvo-survey --html hostile.json > page.html
   $ grep -o '<[a-z]*' page.html | sort -u | tr '\n' ' '
-  < <a <bdi <body <br <caption <code <defs <div <h <head <html <li <meta <p <path <pattern <rect <section <span <style <svg <table <tbody <td <text <th <thead <title <tr <ul  (no-eol)
+  < <a <bdi <body <br <code <defs <div <h <head <html <li <meta <p <path <pattern <rect <section <span <style <svg <table <tbody <td <text <th <thead <title <tr <ul  (no-eol)
   $ grep -c '[[:cntrl:]]' page.html
   0
   [1]

@@ -12,7 +12,7 @@ would execute.
   >  {"index": 1, "signal": $1, "lists": [{"version": 7, "services": [
   >   {"id": 17333, "programme_type": 10, "label": "A\u00d7\\\\\"\n\u0000Z", "components": [{"tmid": 0, "subchannel": 12}]},
   >   {"id": 17334, "charset": 4, "label": "=1+\u001b[31m\u009b", "components": [{"tmid": 0, "subchannel": 13}]},
-  >   {"id": 17335, "charset": 4, "label": "M\u00fcnchen <b>", "components": [{"tmid": 0, "subchannel": 14}]},
+  >   {"id": 17335, "charset": 4, "label": "M\u00fcnchen <b>", "ca_id": 1, "components": [{"tmid": 0, "subchannel": 14}]},
   >   {"id": 17336, "charset": 4, "label": "M\u00fcnchen", "components": [{"tmid": 0, "subchannel": 15}]},
   >   {"id": "0xE0D00001", "data": true, "charset": 4, "label": "Daten", "components": [{"tmid": 3, "scid": 9}]}]}]},
   >  {"index": 2, "valid": false, "signal": {"rssi": 33}}]}
@@ -41,15 +41,19 @@ Tables.
   5B   176640   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8c         40  17  99   5*   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8a        48   9  99   5 (esc)
   5C   178352   \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8e          33  no DAB        \xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x88\xe2\x96\x8e          33  no DAB (esc)
   
-  No signal: 5A 5D 6A 6B 6C 6D 7A 7B 7C 7D 8A 8B 8C 8D 9A 9B 9C 9D 10A 10N 10B 10C 10D 11A 11N 11B 11C 11D 12A 12N 12B 12C 12D 13A 13B 13C 13D 13E 13F
-  * best place. SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at 80 dBuV.
+  No signal: 5A.
+  Not measured: 5D, 6A, 6B, 6C, 6D, 7A, 7B, 7C, 7D, 8A, 8B, 8C, 8D, 9A, 9B, 9C, 9D, 10A, 10N, 10B, 10C, 10D, 11A, 11N, 11B, 11C, 11D, 12A, 12N, 12B, 12C, 12D, 13A, 13B, 13C, 13D, 13E, 13F.
+  * best place. SNR in dB; FIC: its quality, 0 to 100; Svc: services. Bars end at 80 dB\xc2\xb5V. (esc)
   $ kelvo-survey --stations $roof $cellar
-  Block  Station      Programme type      Service   Comp  In  Best place
-  5B     A\xc3\x96\xc5\xae"Z        Pop music             17333     12  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
-  5B     =1+\xef\xbf\xbd[31m\xef\xbf\xbd    None                  17334     13  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
-  5B     M\xc3\xbcnchen <b>  None                  17335     14  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
-  5B     M\xc3\xbcnchen      None                  17336     15  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
-  5B     Daten        (data)           3771727873  49161  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+  1  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City  2026-03-07 09:05 UTC  ensemblescan_4711_City.json (esc)
+  2  ensemblescan__.json  2026-03-07 09:05 UTC
+  
+  Block  Station      Programme type      Service   Comp  In  Best
+  5B     A\xc3\x96\xc5\xae"Z        Pop music             17333     12  DE  1 (esc)
+  5B     =1+\xef\xbf\xbd[31m\xef\xbf\xbd    None                  17334     13  DE  1 (esc)
+  5B     M\xc3\xbcnchen <b>  None                  17335     14  DE  1     encrypted (esc)
+  5B     M\xc3\xbcnchen      None                  17336     15  DE  1 (esc)
+  5B     Daten        (data)           3771727873  49161  DE  1
   $ LC_ALL=C COLUMNS=40 kelvo-survey $roof $cellar | head -n 7
   1  -Main" \Street\ 12a, roof?[2J?, City~
   2  ensemblescan__.json  2026-03-07 09:0~
@@ -67,7 +71,7 @@ The table has colours on a terminal, unless NO_COLOR is set.
   0
   [1]
 
-For other programs. JSON has one line for each file; read back, even after another program has rewritten it, it is the
+For other programs. JSON has one line for each scan; read back, even after another program has rewritten it, it is the
 same.
 
   $ kelvo-survey --json $roof $cellar > both.json
@@ -75,23 +79,24 @@ same.
   $ grep -E '"(Street|Floor|rssi|Label|Block)"' pretty.json | head -n 11
           "Street": "-Main\" \\Street\\",
           "Floor": "roof\u001b[2J\ufffd",
+              "Block": "5A",
                   "rssi": -2,
-              "Block": "5A"
+              "Block": "5B",
                   "rssi": 40,
                           "Label": "A\u00d6\u016e\"Z",
                           "Label": "=1+\u001b[31m\u009b",
                           "Label": "M\u00fcnchen <b>",
                           "Label": "M\u00fcnchen",
                           "Label": "Daten",
-              "Block": "5B"
   $ head -n 1 both.json | cmp - <(kelvo-survey --json pretty.json)
-  $ kelvo-survey --csv $roof
-  file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component
-  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","A\xc3\x96\xc5\xae""Z","audio","Pop music",17333,12 (esc)
-  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","'=1+\xef\xbf\xbd[31m\xef\xbf\xbd","audio","None",17334,13 (esc)
-  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen <b>","audio","None",17335,14 (esc)
-  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen","audio","None",17336,15 (esc)
-  "ensemblescan_4711_City.json","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","Daten","data","None",3771727873,49161 (esc)
+  $ cat both.json pretty.json $cellar | kelvo-survey --json - | cmp - <(cat both.json both.json)
+  $ kelvo-survey --csv - < $roof
+  file,street_no,street,postal_code,city,country,floor,latitude,longitude,time,block,index,khz,rssi,snr,fic_quality,ensemble_country,station,kind,programme_type,service,component,encrypted
+  "standard input","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","A\xc3\x96\xc5\xae""Z","audio","Pop music",17333,12,"no" (esc)
+  "standard input","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","'=1+\xef\xbf\xbd[31m\xef\xbf\xbd","audio","None",17334,13,"no" (esc)
+  "standard input","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen <b>","audio","None",17335,14,"yes" (esc)
+  "standard input","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","M\xc3\xbcnchen","audio","None",17336,15,"no" (esc)
+  "standard input","12a","'-Main"" \\Street\\","4711","City","Utopia","roof\xef\xbf\xbd[2J\xef\xbf\xbd","-47.37","'=8","2026-03-07 09:05 UTC","5B",1,176640,40,17,99,"DE","Daten","data","None",3771727873,49161,"no" (esc)
 
 The same scan after an editor has moved lines without changing a byte of a label or an answer.
 
@@ -102,19 +107,28 @@ Nothing is printed if one of several files is not a scan.
 
   $ head -n 30 $roof > cut.json
   $ kelvo-survey --csv $roof cut.json $cellar
-  kelvo-survey: cut.json: line 30: expected string literal
+  kelvo-survey: cut.json: line 30: expected the rest of a scan
   [1]
   $ kelvo-survey $roof /dev/null
-  kelvo-survey: /dev/null: line 1: expected a value
+  kelvo-survey: /dev/null: line 1: expected a scan
   [1]
   $ kelvo-survey --html $roof nowhere.json
   kelvo-survey: nowhere.json: cannot be opened: No such file or directory
   [1]
+  $ kelvo-survey --json $roof | python3 -c '
+  > import json, sys
+  > scan = json.load(sys.stdin)
+  > scan["ensembleList"] = scan["ensembleList"][:2]
+  > scan["ensembleList"][1]["DigitalServiceList"]["ServiceList"][1:] = []
+  > print(json.dumps(scan))' > half.json
+  $ kelvo-survey --svg half.json | tail -n 1
+  kelvo-survey: half.json: incomplete: 2 of 41 entries, 1 of 5 services at index 1
+  </svg>
   $ kelvo-survey - - < $roof 2>&1 | head -n 1
   kelvo-survey: - is given twice: standard input is read once
 
   $ head -c 34000000 /dev/zero | kelvo-survey -
-  kelvo-survey: -: more than 32 MiB
+  kelvo-survey: standard input: more than 32 MiB
   [1]
 
 Output that nobody gets is a failure.
@@ -132,11 +146,16 @@ By name: upper and lower case are not distinguished, and a whole name is preferr
   -f 1 -e 17336 -c 15 -p
   $ kelvo-survey --play 'ö' $cellar
   -f 1 -e 17333 -c 12 -p
+  $ kelvo-survey --play '5B/17335' $roof
+  kelvo-survey: "M\xc3\xbcnchen <b>" is encrypted (esc)
+  -f 1 -e 17335 -c 14 -p
+  $ LC_ALL=C kelvo-survey --play mün $roof 2>&1 | tail -n 2
+    --play '5B/17335'  M?nchen <b>
+    --play '5B/17336'  M?nchen
   $ kelvo-survey --play mün $roof
   kelvo-survey: several stations have "m\xc3\xbcn" in their names: (esc)
-  Block  Station      Programme type      Service   Comp  In  Best place
-  5B     M\xc3\xbcnchen <b>  None                  17335     14  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
-  5B     M\xc3\xbcnchen      None                  17336     15  DE  -Main" \\Street\\ 12a, roof\xef\xbf\xbd[2J\xef\xbf\xbd, City (esc)
+    --play '5B/M\xc3\xbcnchen <b>'  M\xc3\xbcnchen <b> (esc)
+    --play '5B/M\xc3\xbcnchen'  M\xc3\xbcnchen (esc)
   [1]
   $ kelvo-survey --play daten $roof
   kelvo-survey: no audio service has "daten" in its name
