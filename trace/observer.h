@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace trace {
@@ -24,8 +23,8 @@ struct Transaction {
   Bytes received;            ///< by the host, as many as it sent
 };
 
-/// Is called with what happens on a receiver board, real or simulated. Each call is made after the event; `now` is the
-/// board's time. A real board reports transactions, waits and pins only.
+/// Receives each transaction and each change of a pin when it is complete, and each wait when it begins. `now` is the
+/// board's time.
 class Observer {
  public:
   Observer() = default;
@@ -36,12 +35,6 @@ class Observer {
   virtual void transaction(const Transaction& /*done*/) {}
   virtual void wait(Time /*now*/, Time /*span*/) {}
   virtual void pin(Time /*now*/, unsigned /*pin*/, std::string_view /*change*/) {}
-  virtual void chip_event(Time /*now*/, const std::string& /*what*/) {}  ///< something that a user waits for
-  virtual void refused(Time /*now*/, const std::string& /*why*/) {}      ///< the chip refused a command
-  virtual void mistake(Time /*now*/, const std::string& /*what*/) {}     ///< a set-up that a real board punishes
-  virtual void fault(Time /*now*/, const std::string& /*what*/) {}       ///< a fault was triggered
-  virtual void persistent_change(Time /*now*/) {}                        ///< of state that outlives the program
-  virtual void hang(Time /*now*/, const std::string& /*what*/) {}        ///< the host waits for what cannot come
 };
 
 }  // namespace trace

@@ -3,7 +3,6 @@
 #include "trace/trace.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <limits>
 
 namespace trace {
@@ -36,42 +35,35 @@ std::string hex(Bytes bytes, size_t most) {
   return cut ? text + (text.empty() ? "..." : " ...") : text;
 }
 
-std::ostream& Trace::line(Time now, std::string_view kind) {
-  return out_ << std::setw(14) << microseconds(now) << ' ' << kind << ' ';
+void Trace::line(Time now, std::string_view kind, std::string_view what) {
+  constexpr size_t width_of_time = 14;
+  std::string text = microseconds(now);
+  text.insert(0, width_of_time - std::min(width_of_time, text.size()), ' ');
+  out_ << text.append(" ").append(kind).append(" ").append(what) << std::endl;
 }
 
 void Trace::transaction(const Transaction& done) {
   constexpr size_t shown_of_image = 12;
   constexpr size_t all = std::numeric_limits<size_t>::max();
   const size_t most = most_.value_or(done.command == "HOST_LOAD" ? shown_of_image : all);
-  line(done.start, "spi") << done.command << ' ' << done.sent.size() << " > " << hex(done.sent, most) << " < "
-                          << hex(done.received, most) << std::endl;
+  std::string text(done.command);
+  text += ' ' + std::to_string(done.sent.size()) + " > " + hex(done.sent, most) + " < " + hex(done.received, most);
+  line(done.start, "spi", text);
 }
 
-void Trace::wait(Time now, Time span) { line(now, "wait") << microseconds(span) << std::endl; }
+void Trace::wait(Time now, Time span) { line(now, "wait", microseconds(span)); }
 
 void Trace::pin(Time now, unsigned number, std::string_view change) {
-  line(now, "pin") << number << ' ' << change << std::endl;
+  line(now, "pin", std::to_string(number).append(" ").append(change));
 }
 
-void Trace::chip_event(Time now, const std::string& what) { line(now, "chip") << what << std::endl; }
-
-void Trace::refused(Time now, const std::string& why) { line(now, "refused") << why << std::endl; }
-
-void Trace::mistake(Time now, const std::string& what) { line(now, "mistake") << what << std::endl; }
-
-void Trace::fault(Time now, const std::string& what) { line(now, "fault") << what << std::endl; }
-
-void Trace::hang(Time now, const std::string& what) { line(now, "hang") << what << std::endl; }
-
-void Trace::write_totals(Time now, const Totals& totals, const std::vector<std::string>& never_triggered) {
-  line(now, "total") << "transactions " << totals.transactions << std::endl;
-  line(now, "total") << "bytes " << totals.bytes << std::endl;
-  line(now, "total") << "wire " << microseconds(totals.on_wire) << std::endl;
-  line(now, "total") << "wait " << microseconds(totals.waited) << std::endl;
+void Trace::write_totals(Time now, const Totals& totals) {
+  line(now, "total", "transactions " + std::to_string(totals.transactions));
+  line(now, "total", "bytes " + std::to_string(totals.bytes));
+  line(now, "total", "wire " + microseconds(totals.on_wire));
+  line(now, "total", "wait " + microseconds(totals.waited));
   for (const auto& [command, count] : totals.commands)
-    line(now, "total") << "command " << command << ' ' << count << std::endl;
-  for (const std::string& fault : never_triggered) line(now, "total") << "never triggered " << fault << std::endl;
+    line(now, "total", "command " + command + ' ' + std::to_string(count));
 }
 
 }  // namespace trace

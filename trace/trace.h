@@ -6,7 +6,6 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "trace/observer.h"
 #include "trace/totals.h"
@@ -28,18 +27,14 @@ class Trace : public Observer {
   void transaction(const Transaction& done) override;
   void wait(Time now, Time span) override;
   void pin(Time now, unsigned number, std::string_view change) override;
-  void chip_event(Time now, const std::string& what) override;
-  void refused(Time now, const std::string& why) override;
-  void mistake(Time now, const std::string& what) override;
-  void fault(Time now, const std::string& what) override;
-  void hang(Time now, const std::string& what) override;
 
-  /// The sums at the end, and the faults that were never triggered.
-  void write_totals(Time now, const Totals& totals, const std::vector<std::string>& never_triggered);
+  /// A line of another kind, for boards that show more.
+  void line(Time now, std::string_view kind, std::string_view what);
+
+  /// The sums at the end.
+  void write_totals(Time now, const Totals& totals);
 
  private:
-  std::ostream& line(Time now, std::string_view kind);
-
   std::ostream& out_;
   std::optional<size_t> most_;
 };

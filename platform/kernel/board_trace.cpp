@@ -19,7 +19,7 @@ Board_trace::Board_trace(const std::string& path) : path_(path) {
 
 Board_trace::~Board_trace() {
   if (path_.empty()) return;
-  trace_.write_totals(now(), totals_, {});
+  trace_.write_totals(now(), totals_);
   if (!file_) report(path_ + ": the trace could not be written");
 }
 

@@ -35,7 +35,7 @@ Board::Board(Broadcast broadcast)
   controller_.reset();
 }
 
-void Board::mistake(const std::string& what) { observers_.mistake(clock_.now(), what); }
+void Board::mistake(const std::string& what) { observers_.event(clock_.now(), event::mistake, what); }
 
 bool Board::open() {
   open_ = broadcast_.registers;

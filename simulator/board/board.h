@@ -18,7 +18,8 @@
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip.h"
 #include "simulator/chip/clock.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
+#include "trace/totals.h"
 
 namespace sim {
 
@@ -46,8 +47,8 @@ class Board {
   void set_recording(bool on) { recorder_.set_keeping(on); }
   /// From now on `observer` is called on every event; it belongs to the caller and must outlive the board or be
   /// removed.
-  void add_observer(trace::Observer& observer) { observers_.add(observer); }
-  void remove_observer(trace::Observer& observer) { observers_.remove(observer); }
+  void add_observer(Observer& observer) { observers_.add(observer); }
+  void remove_observer(Observer& observer) { observers_.remove(observer); }
 
   // State ------------------------------------------------------------------------------------------------------------
 

@@ -26,7 +26,7 @@ void Fault_layer::begin(uint8_t opcode) {
   opcode_ = opcode;
   const std::string triggered = faults_.begin(opcode);
   if (triggered.empty()) return;
-  observer_.fault(clock_.now(), triggered);
+  observer_.event(clock_.now(), event::fault, triggered);
   if (faults_.on_bus() == nullptr || faults_.on_bus()->bus != Bus_fault::reset_chip) return;
   chip_.brown_out();
   connected_ = false;

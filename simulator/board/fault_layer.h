@@ -6,7 +6,7 @@
 
 #include "simulator/board/faults.h"
 #include "simulator/chip/chip.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -14,7 +14,7 @@ namespace sim {
 /// know of it.
 class Fault_layer {
  public:
-  Fault_layer(Chip& chip, Faults& faults, const Clock& clock, trace::Observer& observer)
+  Fault_layer(Chip& chip, Faults& faults, const Clock& clock, Observer& observer)
       : chip_(chip), faults_(faults), clock_(clock), observer_(observer) {}
 
   /// Chip select goes low. Without `connected` the transaction does not reach the chip and reads zeros.
@@ -35,7 +35,7 @@ class Fault_layer {
   Chip& chip_;
   Faults& faults_;
   const Clock& clock_;
-  trace::Observer& observer_;
+  Observer& observer_;
 
   bool connected_ = false;
   size_t position_ = 0;  // bytes so far

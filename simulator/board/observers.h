@@ -2,49 +2,37 @@
 // The observers of one board.
 #pragma once
 
+#include <string>
 #include <vector>
 
-#include "simulator/chip/clock.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
 /// Passes each event on to every observer, in the order in which they were added.
-class Observers : public trace::Observer {
+class Observers : public Observer {
  public:
-  void add(trace::Observer& observer) { all_.push_back(&observer); }
-  void remove(trace::Observer& observer) { std::erase(all_, &observer); }
+  void add(Observer& observer) { all_.push_back(&observer); }
+  void remove(Observer& observer) { std::erase(all_, &observer); }
 
   void transaction(const trace::Transaction& done) override {
-    for (trace::Observer* observer : all_) observer->transaction(done);
+    for (Observer* observer : all_) observer->transaction(done);
   }
   void wait(Time now, Time span) override {
-    for (trace::Observer* observer : all_) observer->wait(now, span);
+    for (Observer* observer : all_) observer->wait(now, span);
   }
   void pin(Time now, unsigned number, std::string_view change) override {
-    for (trace::Observer* observer : all_) observer->pin(now, number, change);
+    for (Observer* observer : all_) observer->pin(now, number, change);
   }
-  void chip_event(Time now, const std::string& what) override {
-    for (trace::Observer* observer : all_) observer->chip_event(now, what);
-  }
-  void refused(Time now, const std::string& why) override {
-    for (trace::Observer* observer : all_) observer->refused(now, why);
-  }
-  void mistake(Time now, const std::string& what) override {
-    for (trace::Observer* observer : all_) observer->mistake(now, what);
-  }
-  void fault(Time now, const std::string& what) override {
-    for (trace::Observer* observer : all_) observer->fault(now, what);
+  void event(Time now, std::string_view kind, const std::string& what) override {
+    for (Observer* observer : all_) observer->event(now, kind, what);
   }
   void persistent_change(Time now) override {
-    for (trace::Observer* observer : all_) observer->persistent_change(now);
-  }
-  void hang(Time now, const std::string& what) override {
-    for (trace::Observer* observer : all_) observer->hang(now, what);
+    for (Observer* observer : all_) observer->persistent_change(now);
   }
 
  private:
-  std::vector<trace::Observer*> all_;
+  std::vector<Observer*> all_;
 };
 
 }  // namespace sim

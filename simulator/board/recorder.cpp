@@ -16,8 +16,9 @@ void Recorder::wait(Time now, Time span) {
   if (keeping_) waits_.push_back(std::chrono::duration_cast<std::chrono::microseconds>(span));
 }
 
-void Recorder::refused(Time /*now*/, const std::string& why) { refusals_.push_back(why); }
-
-void Recorder::mistake(Time /*now*/, const std::string& what) { mistakes_.push_back(what); }
+void Recorder::event(Time /*now*/, std::string_view kind, const std::string& what) {
+  if (kind == event::refused) refusals_.push_back(what);
+  if (kind == event::mistake) mistakes_.push_back(what);
+}
 
 }  // namespace sim

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "simulator/chip/clock.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
 #include "trace/totals.h"
 
 namespace sim {
@@ -17,7 +17,7 @@ using Frames = std::vector<std::vector<uint8_t>>;
 using Waits = std::vector<std::chrono::microseconds>;
 
 /// Keeps what a test asks for afterwards.
-class Recorder : public trace::Observer {
+class Recorder : public Observer {
  public:
   const Frames& sent() const { return sent_; }
   const Frames& received() const { return received_; }
@@ -36,8 +36,7 @@ class Recorder : public trace::Observer {
 
   void transaction(const trace::Transaction& done) override;
   void wait(Time now, Time span) override;
-  void refused(Time now, const std::string& why) override;
-  void mistake(Time now, const std::string& what) override;
+  void event(Time now, std::string_view kind, const std::string& what) override;
 
  private:
   Frames sent_;

@@ -35,7 +35,7 @@ uint32_t Spi_controller::read(uint32_t offset) {
       return control_ | (status_ & ~uint32_t{BCM2835_SPI0_CS_RXD});
     case BCM2835_SPI0_FIFO: {
       if (receive_.empty()) {
-        observer_.mistake(clock_.now(), "receive FIFO read while it is empty");
+        observer_.event(clock_.now(), event::mistake, "receive FIFO read while it is empty");
         return 0;
       }
       const uint8_t byte = receive_.pop();
@@ -56,7 +56,7 @@ void Spi_controller::write(uint32_t offset, uint32_t value) {
       break;
     case BCM2835_SPI0_FIFO:
       if (transmit_.full())
-        observer_.mistake(clock_.now(), "transmit FIFO written while it is full: the byte is lost");
+        observer_.event(clock_.now(), event::mistake, "transmit FIFO written while it is full: the byte is lost");
       else
         transmit_.push(static_cast<uint8_t>(value));
       break;
@@ -82,8 +82,8 @@ void Spi_controller::write_cs(uint32_t value) {
 void Spi_controller::clear_fifos(uint32_t value) {
   if ((value & BCM2835_SPI0_CS_CLEAR_TX) != 0) {
     if (!transmit_.empty())
-      observer_.mistake(clock_.now(),
-                        std::to_string(transmit_.size()) + " byte(s) in the transmit FIFO cleared unsent");
+      observer_.event(clock_.now(), event::mistake,
+                      std::to_string(transmit_.size()) + " byte(s) in the transmit FIFO cleared unsent");
     transmit_.clear();
   }
   if ((value & BCM2835_SPI0_CS_CLEAR_RX) != 0) receive_.clear();
@@ -109,7 +109,7 @@ void Spi_controller::update() {
 void Spi_controller::hang() {
   idle_reads_ = 0;
   const std::string what = "the host reads SPI0 registers without end: no byte moves and no time passes";
-  observer_.hang(clock_.now(), what);
+  observer_.event(clock_.now(), event::hang, what);
   throw Hang(what);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "simulator/board/spi_wire.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -42,7 +43,7 @@ class Fifo {
 /// The BCM2835's SPI0 as its registers show it: CS (control and status), FIFO and CLK. Polled transfers only.
 class Spi_controller {
  public:
-  Spi_controller(Spi_wire& wire, const Clock& clock, trace::Observer& observer)
+  Spi_controller(Spi_wire& wire, const Clock& clock, Observer& observer)
       : wire_(wire), clock_(clock), observer_(observer) {}
 
   uint32_t read(uint32_t offset);
@@ -63,7 +64,7 @@ class Spi_controller {
 
   Spi_wire& wire_;
   const Clock& clock_;
-  trace::Observer& observer_;
+  Observer& observer_;
   uint32_t control_ = 0;  // the bits of CS that the host sets
   uint32_t status_ = 0;   // the bits of CS that the controller sets
   uint32_t divider_ = 0;

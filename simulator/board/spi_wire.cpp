@@ -18,7 +18,7 @@ uint32_t effective_divider(uint32_t divider) { return divider < 2 ? 65536 : divi
 
 }  // namespace
 
-Spi_wire::Spi_wire(Fault_layer& chip, Clock& clock, trace::Observer& observer)
+Spi_wire::Spi_wire(Fault_layer& chip, Clock& clock, Observer& observer)
     : chip_(chip), clock_(clock), observer_(observer) {
   // The longest transaction of a driver; longer ones make the buffers grow.
   constexpr size_t usual_longest = 4096;
@@ -44,12 +44,12 @@ void Spi_wire::select(uint32_t control, uint32_t divider) {
   received_.clear();
   const std::string mistake = setup_mistake(control, divider);
   chip_.select(mistake.empty());
-  if (!mistake.empty()) observer_.mistake(start_, mistake);
+  if (!mistake.empty()) observer_.event(start_, event::mistake, mistake);
 }
 
 void Spi_wire::select_again() {
   if (!chip_.connected()) return;  // its mistake was reported
-  observer_.mistake(clock_.now(), "transaction opened inside an open one");
+  observer_.event(clock_.now(), event::mistake, "transaction opened inside an open one");
   chip_.disconnect();
 }
 

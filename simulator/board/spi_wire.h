@@ -7,7 +7,7 @@
 
 #include "simulator/board/fault_layer.h"
 #include "simulator/chip/clock.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -15,7 +15,7 @@ namespace sim {
 /// chip needs it. A transaction set up wrongly does not reach the chip and reads zeros.
 class Spi_wire {
  public:
-  Spi_wire(Fault_layer& chip, Clock& clock, trace::Observer& observer);
+  Spi_wire(Fault_layer& chip, Clock& clock, Observer& observer);
 
   void select(uint32_t control, uint32_t divider);  ///< CS register with TA, and CLK
   uint8_t exchange(uint8_t sent);
@@ -34,7 +34,7 @@ class Spi_wire {
 
   Fault_layer& chip_;
   Clock& clock_;
-  trace::Observer& observer_;
+  Observer& observer_;
 
   bool mapped_ = false;
   bool running_ = false;  // between bcm2835_spi_begin and bcm2835_spi_end

@@ -45,7 +45,7 @@ std::string check_form(const Command_rule& rule, size_t length, Mode mode) {
 
 }  // namespace
 
-Chip::Chip(const Broadcast& air, const Clock& clock, trace::Observer& observer)
+Chip::Chip(const Broadcast& air, const Clock& clock, Observer& observer)
     : core_{.air = air, .clock = clock, .observer = observer} {}
 
 void Chip::set_reset_line(bool high) {
@@ -131,8 +131,8 @@ void Chip::take_command() {
   const std::string name(trace::command_name(opcode_));
   if (dropped_ || position_ > command_.size()) {
     command_overflow_ = true;
-    core_.observer.refused(core_.clock.now(),
-                           name + ": " + (dropped_ ? "sent before clear-to-send" : "longer than 4096 bytes"));
+    core_.observer.event(core_.clock.now(), event::refused,
+                         name + ": " + (dropped_ ? "sent before clear-to-send" : "longer than 4096 bytes"));
     return;
   }
   const Command_rule& rule = find_command(opcode_);
@@ -144,7 +144,7 @@ void Chip::take_command() {
   response_ = std::move(answer.response);
   be_busy(command_error_ ? busy_refusing : rule.busy);
   if (command_error_)
-    core_.observer.refused(core_.clock.now(), name + ": " + answer.refusal);
+    core_.observer.event(core_.clock.now(), event::refused, name + ": " + answer.refusal);
   else if (rule.persistent)
     core_.observer.persistent_change(core_.clock.now());
 }

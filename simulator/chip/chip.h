@@ -11,7 +11,7 @@
 #include "simulator/chip/chip_core.h"
 #include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
-#include "trace/observer.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -20,7 +20,7 @@ namespace sim {
 /// with CMDOFERR, and both are reported to the observer.
 class Chip {
  public:
-  Chip(const Broadcast& air, const Clock& clock, trace::Observer& observer);
+  Chip(const Broadcast& air, const Clock& clock, Observer& observer);
 
   /// RSTB: low holds the chip in reset, which loses everything.
   void set_reset_line(bool high);

@@ -9,6 +9,7 @@
 #include "simulator/chip/clock.h"
 #include "simulator/chip/dab_receiver.h"
 #include "simulator/chip/fm_receiver.h"
+#include "simulator/chip/observer.h"
 #include "simulator/chip/properties.h"
 
 namespace sim {
@@ -17,7 +18,7 @@ namespace sim {
 struct Chip_core {
   const Broadcast& air;
   const Clock& clock;
-  trace::Observer& observer;
+  Observer& observer;
 
   Mode mode = Mode::reset;  ///< a command that changes it takes effect when clear-to-send comes
   Bootloader bootloader{};

@@ -42,8 +42,8 @@ void Dab_receiver::settle(Time now) {
   const std::vector<Service_list>& lists = ensemble()->lists;
   while (state_.lists_arrived < lists.size() && now >= tune_over_ + lists[state_.lists_arrived].after) {
     const Service_list& arrived = lists[state_.lists_arrived];
-    observer_.chip_event(tune_over_ + arrived.after,
-                         "service list version " + std::to_string(arrived.version) + " arrived");
+    observer_.event(tune_over_ + arrived.after, event::chip,
+                    "service list version " + std::to_string(arrived.version) + " arrived");
     state_.lists_arrived += 1;
     state_.events |= event_service_list;
   }
@@ -52,8 +52,9 @@ void Dab_receiver::settle(Time now) {
 void Dab_receiver::finish_tune() {
   state_.tuning = false;
   state_.tune_complete = true;
-  observer_.chip_event(tune_over_, "tune ended at " + std::to_string(tuned_khz()) + " kHz, " +
-                                       (acquired() ? "ensemble acquired" : "no ensemble acquired"));
+  observer_.event(tune_over_, event::chip,
+                  "tune ended at " + std::to_string(tuned_khz()) + " kHz, " +
+                      (acquired() ? "ensemble acquired" : "no ensemble acquired"));
   const Signal& received = signal();
   unsigned interrupts = 0;
   if (received.hardmute) interrupts |= digrad_hardmute;

@@ -8,6 +8,7 @@
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -32,7 +33,7 @@ inline constexpr unsigned event_service_list = 0x01;
 /// The DAB application's receiver: what it is tuned to, what it has decoded so far and which components it plays.
 class Dab_receiver {
  public:
-  Dab_receiver(const Broadcast& air, trace::Observer& observer) : air_(air), observer_(observer) {}
+  Dab_receiver(const Broadcast& air, Observer& observer) : air_(air), observer_(observer) {}
 
   void reset();
   /// Completes whatever is due by now.
@@ -89,7 +90,7 @@ class Dab_receiver {
   size_t packets_left(const Running_service& running) const;
 
   const Broadcast& air_;
-  trace::Observer& observer_;
+  Observer& observer_;
   Dab_state state_{.tune_complete = false};
   Time tune_over_{};  // when the tune is, or was, complete
 };

@@ -50,8 +50,9 @@ void Fm_receiver::hold_seek() {
 void Fm_receiver::settle(Time now) {
   if (state_.seeking && now >= over_) {
     arrive();
-    observer_.chip_event(over_, "seek ended at " + std::to_string(state_.khz) + " kHz" +
-                                    (state_.band_limit ? ", no station found" : ""));
+    observer_.event(
+        over_, event::chip,
+        "seek ended at " + std::to_string(state_.khz) + " kHz" + (state_.band_limit ? ", no station found" : ""));
   }
 }
 

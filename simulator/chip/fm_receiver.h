@@ -6,6 +6,7 @@
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip_state.h"
 #include "simulator/chip/clock.h"
+#include "simulator/chip/observer.h"
 
 namespace sim {
 
@@ -19,7 +20,7 @@ inline constexpr unsigned fm_rssi_low = 0x01;
 /// The FM application's receiver.
 class Fm_receiver {
  public:
-  Fm_receiver(const Broadcast& air, trace::Observer& observer) : air_(air), observer_(observer) {}
+  Fm_receiver(const Broadcast& air, Observer& observer) : air_(air), observer_(observer) {}
 
   void reset();
   /// Completes whatever is due by now.
@@ -57,7 +58,7 @@ class Fm_receiver {
   void arrive();
 
   const Broadcast& air_;
-  trace::Observer& observer_;
+  Observer& observer_;
   Fm_state state_{};
   Time over_{};
 };

@@ -11,10 +11,10 @@
 #include <string>
 
 #include "messages/messages.h"
+#include "simulator/board/board_trace.h"
 #include "simulator/board/fault_file.h"
 #include "simulator/host/state_keeper.h"
 #include "simulator/host/variables.h"
-#include "trace/trace.h"
 #include "trace/trace_file.h"
 
 namespace sim {
@@ -75,7 +75,7 @@ std::string state_path() {
 }
 
 // The board of the program, and its messages on standard error.
-class Environment : public trace::Observer {
+class Environment : public Observer {
  public:
   explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), messages::print) {
     const std::optional<size_t> most_traced = trace_bytes();
@@ -100,11 +100,9 @@ class Environment : public trace::Observer {
     keeper_.release();
   }
 
-  void mistake(Time /*now*/, const std::string& what) override { messages::print("board: " + what); }
-
-  void hang(Time /*now*/, const std::string& what) override {
-    messages::print("board: " + what);
-    std::exit(exit_hang);
+  void event(Time /*now*/, std::string_view kind, const std::string& what) override {
+    if (kind == event::mistake || kind == event::hang) messages::print("board: " + what);
+    if (kind == event::hang) std::exit(exit_hang);
   }
 
   // A program may be killed at any time; the chip goes on anyway.
@@ -120,7 +118,7 @@ class Environment : public trace::Observer {
   }
 
   std::ofstream trace_file_;
-  std::optional<trace::Trace> trace_;
+  std::optional<Board_trace> trace_;
   Board board_;
   State_keeper keeper_;
 };

@@ -143,7 +143,7 @@ TEST_F(Image_file, EachFailureHasItsCode) {
 }
 
 // Truncates the file after the first chunk was sent.
-class Shrink_after_first_chunk : public trace::Observer {
+class Shrink_after_first_chunk : public sim::Observer {
  public:
   explicit Shrink_after_first_chunk(std::string path) : path_(std::move(path)) {}
   void transaction(const trace::Transaction& done) override {

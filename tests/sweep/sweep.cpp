@@ -92,7 +92,7 @@ constexpr const char* out_of_memory = "out-of-memory";  // at an allocation inst
 
 // Watches the image download: after a chunk that failed for the host, no other chunk may follow. A chunk ends with the
 // first poll that shows clear-to-send, or with the last poll; later reads belong to something else.
-class Download_watch : public trace::Observer {
+class Download_watch : public sim::Observer {
  public:
   bool went_on = false;
   void transaction(const trace::Transaction& done) override {

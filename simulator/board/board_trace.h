@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The trace of a simulated board: that of every board, with the events and totals that only a model can show.
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "simulator/chip/observer.h"
+#include "trace/trace.h"
+
+namespace sim {
+
+class Board_trace : public Observer {
+ public:
+  /// As trace::Trace.
+  explicit Board_trace(std::ostream& out, std::optional<size_t> most) : trace_(out, most) {}
+
+  void transaction(const trace::Transaction& done) override { trace_.transaction(done); }
+  void wait(Time now, Time span) override { trace_.wait(now, span); }
+  void pin(Time now, unsigned number, std::string_view change) override { trace_.pin(now, number, change); }
+  void event(Time now, std::string_view kind, const std::string& what) override { trace_.line(now, kind, what); }
+
+  /// The sums at the end, and the faults that were never triggered.
+  void write_totals(Time now, const trace::Totals& totals, const std::vector<std::string>& never_triggered) {
+    trace_.write_totals(now, totals);
+    for (const std::string& fault : never_triggered) trace_.line(now, "total", "never triggered " + fault);
+  }
+
+ private:
+  trace::Trace trace_;
+};
+
+}  // namespace sim
