@@ -39,7 +39,7 @@ void Trace::line(Time now, std::string_view kind, std::string_view what) {
   constexpr size_t width_of_time = 14;
   std::string text = microseconds(now);
   text.insert(0, width_of_time - std::min(width_of_time, text.size()), ' ');
-  out_ << text.append(" ").append(kind).append(" ").append(what) << std::endl;
+  out_.write(text.append(" ").append(kind).append(" ").append(what).append("\n"));
 }
 
 void Trace::transaction(const Transaction& done) {

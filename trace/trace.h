@@ -4,11 +4,11 @@
 
 #include <cstddef>
 #include <optional>
-#include <ostream>
 #include <string>
 
 #include "trace/observer.h"
 #include "trace/totals.h"
+#include "trace/trace_file.h"
 
 namespace trace {
 
@@ -16,13 +16,12 @@ namespace trace {
 /// only these are shown, and "..." for the rest.
 std::string hex(Bytes bytes, size_t most);
 
-/// Writes one line per event: the board's time in microseconds, the kind of event, then its details. Each line is
-/// flushed as it is written.
+/// Writes one line per event: the board's time in microseconds, the kind of event, then its details.
 class Trace : public Observer {
  public:
   /// `out` belongs to the caller. `most` bytes of each transaction are shown, by default all but those of the image
   /// download, of which the first 12 are shown: the chunk's header and 8 bytes of the image.
-  explicit Trace(std::ostream& out, std::optional<size_t> most = std::nullopt) : out_(out), most_(most) {}
+  explicit Trace(File& out, std::optional<size_t> most = std::nullopt) : out_(out), most_(most) {}
 
   void transaction(const Transaction& done) override;
   void wait(Time now, Time span) override;
@@ -35,7 +34,7 @@ class Trace : public Observer {
   void write_totals(Time now, const Totals& totals);
 
  private:
-  std::ostream& out_;
+  File& out_;
   std::optional<size_t> most_;
 };
 

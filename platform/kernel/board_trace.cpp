@@ -4,7 +4,6 @@
 
 #include "messages/messages.h"
 #include "platform/kernel/clock.h"
-#include "platform/kernel/errors.h"
 #include "trace/command_names.h"
 #include "trace/trace_file.h"
 
@@ -12,15 +11,13 @@ namespace kernel {
 
 Board_trace::Board_trace(const std::string& path) : path_(path) {
   if (path_.empty()) return;
-  if (const std::string fault = trace::open_file(file_, path_); !fault.empty())
-    messages::refuse(path_ + ": the trace cannot be written: " + fault);
+  if (const std::optional<std::string> reason = file_.open(path_))
+    messages::refuse(path_ + ": the trace cannot be written: " + *reason);
   start_of_run_ = kernel::now();
 }
 
 Board_trace::~Board_trace() {
-  if (path_.empty()) return;
-  trace_.write_totals(now(), totals_);
-  if (!file_) report(path_ + ": the trace could not be written");
+  if (!path_.empty()) trace_.write_totals(now(), totals_);
 }
 
 trace::Time Board_trace::now() const { return kernel::now() - start_of_run_; }

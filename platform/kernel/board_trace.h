@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -32,7 +31,7 @@ class Board_trace {
   trace::Time now() const;
 
   std::string path_;
-  std::ofstream file_;
+  trace::File file_;
   trace::Trace trace_{file_};
   trace::Totals totals_;
   trace::Time start_of_run_{};

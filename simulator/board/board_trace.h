@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,7 @@ namespace sim {
 class Board_trace : public Observer {
  public:
   /// As trace::Trace.
-  explicit Board_trace(std::ostream& out, std::optional<size_t> most) : trace_(out, most) {}
+  explicit Board_trace(trace::File& out, std::optional<size_t> most) : trace_(out, most) {}
 
   void transaction(const trace::Transaction& done) override { trace_.transaction(done); }
   void wait(Time now, Time span) override { trace_.wait(now, span); }

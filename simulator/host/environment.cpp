@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <optional>
 #include <string>
@@ -92,7 +91,6 @@ class Environment : public Observer {
   void finish() {
     const std::vector<std::string> never_triggered = board_.never_triggered();
     if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
-    if (trace_ && !trace_file_) messages::print(variable("KELVO_SIM_TRACE") + ": the trace could not be written");
     std::string faults;
     for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
     if (!faults.empty()) messages::print("warning: never triggered: " + faults);
@@ -112,12 +110,12 @@ class Environment : public Observer {
   void open_trace(std::optional<size_t> most) {
     const std::string path = variable("KELVO_SIM_TRACE");
     if (path.empty()) return;
-    if (const std::string fault = trace::open_file(trace_file_, path); !fault.empty())
-      return messages::print(path + ": the trace cannot be written: " + fault);
+    if (const std::optional<std::string> reason = trace_file_.open(path))
+      return messages::print(path + ": the trace cannot be written: " + *reason);
     board_.add_observer(trace_.emplace(trace_file_, most));
   }
 
-  std::ofstream trace_file_;
+  trace::File trace_file_;
   std::optional<Board_trace> trace_;
   Board board_;
   State_keeper keeper_;

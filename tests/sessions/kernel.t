@@ -58,14 +58,11 @@ KELVO_RESET names the line of another board. An invalid value ends the run befor
   = 2
   kelvo-spidev: KELVO_RESET: /dev/gpiochip2 has lines 0 to 53 only
   = 2
-  $ echo mine > notes; for trace in none/trace . notes; do KELVO_TRACE=$trace pins -k; done; cat notes
+  $ for trace in none/trace .; do KELVO_TRACE=$trace pins -k; done
   kelvo-spidev: none/trace: the trace cannot be written: No such file or directory
   = 2
   kelvo-spidev: .: the trace cannot be written: Is a directory
   = 2
-  kelvo-spidev: notes: the trace cannot be written: it exists and is not a trace
-  = 2
-  mine
 
 A kernel that does not keep the level of a released line: the chip goes into reset unless the board's pull prevents it.
 
@@ -155,8 +152,8 @@ The trace of a board equals that of the simulated board, without the events that
   <    1121436.928 chip tune ended at 227360 kHz, ensemble acquired
   <    1571436.928 chip service list version 98 arrived
   $ KELVO_TRACE=/dev/full run -t
+  kelvo-spidev: /dev/full: the trace ends here: No space left on device
   2026-3-7T9:5:0Z
-  kelvo-spidev: /dev/full: the trace could not be written
 
 With standard output closed, printed text does not go to a device.
 
@@ -192,3 +189,22 @@ A packet longer than the longest transaction.
   
   example-data_packets-sim: a packet of 4097 bytes does not fit into a transaction of 4096
   Data: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 
+
+A trace replaces a trace and no other file, needs a reader at a pipe, and ends alone when that reader leaves.
+
+  $ KELVO_TRACE=board run -k; wc -l <board
+  Si468x shut down
+  
+  8
+  $ echo '         0.000 spi data' > notes; mkfifo pipe
+  $ for trace in notes pipe; do KELVO_TRACE=$trace pins -k; done; cat notes
+  kelvo-spidev: notes: the trace cannot be written: it exists and is not a trace
+  = 2
+  kelvo-spidev: pipe: the trace cannot be written: nobody reads this pipe
+  = 2
+           0.000 spi data
+  $ yes '' | head -n 10 | KELVO_TRACE=/dev/fd/7 run -b D -u 7> >(head -n 1) | grep -E '^ |pipe|Boot|Thank' | sort
+           0.000 trace kelvo
+  Boot up successful
+  Thank you
+  kelvo-spidev: /dev/fd/7: the trace ends here: Broken pipe
