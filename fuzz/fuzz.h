@@ -14,7 +14,7 @@
 
 #include "si468x/si468x.h"
 #include "simulator/board/board.h"
-#include "simulator/broadcast/json_reader.h"
+#include "simulator/json/text_file.h"
 
 using Input = std::span<const uint8_t>;
 /// Memory of exact size, so that the sanitizer detects each access beyond it.

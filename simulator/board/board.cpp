@@ -133,9 +133,9 @@ void Board::wait(Time span) {
 
 Board_state Board::state() const {
   Board_state state{.chip = chip_.state()};
-  for (unsigned number = 0; number < pins_.size(); ++number) {
+  for (size_t number = 0; number < pins_.size(); ++number) {
     const Pin_state& pin = pins_[number];
-    if (pin.function != 0 || pin.pull != 0 || pin.level) state.pins[number] = pin;
+    if (pin.function != 0 || pin.pull != 0 || pin.level) state.pins[static_cast<uint16_t>(number)] = pin;
   }
   return state;
 }

@@ -18,7 +18,7 @@ struct Pin_state {
 /// All that a board keeps while no program runs.
 struct Board_state {
   Chip_state chip{};
-  std::map<unsigned, Pin_state> pins{};  ///< by GPIO number, those that were ever set up
+  std::map<uint16_t, Pin_state> pins{};  ///< by GPIO number, those that were ever set up
 };
 
 }  // namespace sim

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "simulator/broadcast/broadcast_file.h"
-#include "simulator/broadcast/json_members.h"
+#include "simulator/json/json_members.h"
 
 namespace sim {
 
@@ -64,13 +64,13 @@ std::vector<Fault> read_faults(const Json_reader& json) {
 }
 
 std::vector<Fault> read_fault_file(const std::string& path) {
-  const nlohmann::json parsed = parse_json(read_text(path), path);
-  return read_faults(Json_reader(parsed, path));
+  const Json_file parsed = parse_json(read_text(path), path);
+  return read_faults(Json_reader(parsed));
 }
 
 Board_file read_board_file(const std::string& path) {
-  const nlohmann::json parsed = parse_json(read_text(path), path);
-  const Json_reader json(parsed, path);
+  const Json_file parsed = parse_json(read_text(path), path);
+  const Json_reader json(parsed);
   Board_file file{.air = read_broadcast(json)};
   if (json.has("faults")) file.faults = read_faults(json.at("faults"));
   return file;

@@ -6,7 +6,7 @@
 
 #include "simulator/board/faults.h"
 #include "simulator/broadcast/broadcast.h"
-#include "simulator/broadcast/json_reader.h"
+#include "simulator/json/json_reader.h"
 
 namespace sim {
 

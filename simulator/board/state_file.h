@@ -6,14 +6,14 @@
 #include <string_view>
 
 #include "simulator/board/board_state.h"
-#include "simulator/broadcast/json_reader.h"
 
 namespace sim {
 
 /// The text of a state file, which is JSON.
 std::string format_state(const Board_state& state);
 
-/// Reads it back; `name` is the file's name in messages. @throws File_error when it is damaged or contradicts itself
+/// Reads a state file; `name` is the file's name in messages. @throws File_error when it is damaged or contradicts
+/// itself
 Board_state parse_state(std::string_view text, const std::string& name);
 
 }  // namespace sim

@@ -6,7 +6,7 @@
 #include <chrono>
 
 #include "simulator/broadcast/broadcast_services.h"
-#include "simulator/broadcast/json_members.h"
+#include "simulator/json/json_members.h"
 
 // The built-in file, embedded by the assembler.
 extern "C" const char kelvo_default_broadcast[];
@@ -182,8 +182,8 @@ Broadcast read_broadcast(const Json_reader& json) {
 }
 
 Broadcast parse_broadcast(std::string_view text, const std::string& name) {
-  const nlohmann::json parsed = parse_json(text, name);
-  return read_broadcast(Json_reader(parsed, name));
+  const Json_file parsed = parse_json(text, name);
+  return read_broadcast(Json_reader(parsed));
 }
 
 const Broadcast& default_broadcast() {

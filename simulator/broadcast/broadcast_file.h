@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "simulator/broadcast/broadcast.h"
-#include "simulator/broadcast/json_reader.h"
+#include "simulator/json/json_reader.h"
 
 namespace sim {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <span>
 
-#include "simulator/broadcast/json_members.h"
+#include "simulator/json/json_members.h"
 
 namespace sim {
 

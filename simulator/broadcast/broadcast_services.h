@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "simulator/broadcast/broadcast.h"
-#include "simulator/broadcast/json_reader.h"
+#include "simulator/json/json_reader.h"
 
 namespace sim {
 

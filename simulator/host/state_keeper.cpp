@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "simulator/board/state_file.h"
+#include "simulator/json/text_file.h"
 
 namespace sim {
 
@@ -55,7 +56,7 @@ State_keeper::State_keeper(std::string path, std::function<void(const std::strin
 
 void State_keeper::stop(const std::string& fault) {
   keeping_ = false;
-  complain_(one_line(name_ + ": " + fault));
+  complain_(name_ + ": " + fault);
 }
 
 Board_state State_keeper::load() {
@@ -83,8 +84,8 @@ bool State_keeper::find_file() {
 }
 
 bool State_keeper::lock() {
-  const int error = lock_.acquire(
-      target_ + ".lock", [this] { complain_(one_line(name_ + ": waiting for another run that uses this file")); });
+  const int error =
+      lock_.acquire(target_ + ".lock", [this] { complain_(name_ + ": waiting for another run that uses this file"); });
   if (error != 0)
     stop("the lock file beside it cannot be used: " + reason(error) + "; what this run changes is not kept");
   else
@@ -109,7 +110,7 @@ void State_keeper::set_aside(const std::string& fault) {
     const std::string suffix = number == 1 ? ".bad" : ".bad." + std::to_string(number);
     const std::string kept = target_ + suffix;
     if (renameat2(AT_FDCWD, target_.c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
-      return complain_(one_line(std::string(fault).append("; the file is kept as ").append(kept)));
+      return complain_(std::string(fault).append("; the file is kept as ").append(kept));
     if (errno != EEXIST) break;
   }
   keeping_ = false;

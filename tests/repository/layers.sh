@@ -20,6 +20,7 @@ refuse 'simulator/*/* simulator/*/*/*' 'si468x/|scan/|frontend/|platform/|firmwa
 refuse 'survey/*.* survey/*/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'
 refuse 'survey/text/*' 'survey/(file/|output/|[^/]*")|messages/'
 refuse 'survey/file/*' 'survey/(output/|[^/]*")'
+refuse 'simulator/json/*' 'simulator/(broadcast|chip|board|host)/'
 refuse 'simulator/broadcast/*' 'simulator/(chip|board|host)/'
 refuse 'simulator/chip/*' 'simulator/(board|host)/'
 refuse 'simulator/board/*' 'simulator/host/'

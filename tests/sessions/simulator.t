@@ -32,11 +32,11 @@ An invalid broadcast file: one line that names the place, and exit status 2.
   /time/month: 13 is not from 1 to 12
   /faults/0: unknown command "NO_SUCH"
   /fm/stations/0/khz: not a multiple of 10
-  /ensembles/0/signal: key "cnr" is there twice
+  line 1, column 60: /ensembles/0/signal: duplicate key "cnr"
   /time: there is no such day
   /fm/stations/0/rds/pi: "0x10000" is not from "0x0" to 65535
   /fm/stations/0/rds/pi: "43B5" is not from "0x0" to 65535
-  /0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0: nested too deeply
+  line 1, column 21: /0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0: nested too deeply
   /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
   $ run -b D | sed "s|$PWD/||"
   kelvo-sim: air.json: /ensembles/0/lists/0/services/0/label: a label of more than 16 characters
@@ -56,6 +56,8 @@ Too many elements are refused before they are read.
   $ echo "{\"frequencies\": [$(many 7 200000)]}" | refused
   /frequencies: more than 255 elements
   $ echo "{\"ensembles\": [$(many '{}' 500000)]}" | refused
+  line 1, column 1500010: /ensembles: more than 500000 values
+  $ echo "{\"ensembles\": [$(many '{}' 400000)]}" | refused
   /ensembles: more than 41 elements
   $ lists "$(many "$(service 1)" 20000)" | refused
   /ensembles/0/lists/0/services: more than 170 elements
@@ -80,12 +82,14 @@ may be hexadecimal.
           "component_id": 11,
           "service_id": 17333
 
-A number beyond every range; fuzzing found this.
+Numbers beyond every range, and a zero byte, which does not end the file.
 
-  $ echo '{"time": {"year": 1e999}}' > air.json
-  $ run -b D | sed "s|$PWD/||"
-  kelvo-sim: air.json: a number is too large
-  = 2
+  $ echo '{"time": {"year": 1e999}}' | refused
+  line 1, column 23: a number is too large
+  $ echo '{"time": {"year": 100000000000000000000}}' | refused
+  /time/year: 1e+20 is not from 1900 to 9999
+  $ printf '{"time":\n null}\0{}' | refused
+  line 2, column 7: not valid JSON: a zero byte
 
 The files in docs/simulator.md are valid.
 

@@ -12,7 +12,6 @@ A file that is not a state file: the chip starts in reset, and the file is kept 
   > 
   > {
   > [1]
-  > {"mode": "dab"}
   > {"mode": 99}
   > {"mode": "reset", "mode": "reset"}
   > {"mode": "reset", "dab": {"loaded_frequencies": [1, "2"]}}
@@ -23,13 +22,11 @@ A file that is not a state file: the chip starts in reset, and the file is kept 
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   kelvo-sim: board.json: not an object; the chip starts in reset; the file is kept as board.json.bad.3
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: the chip is in mode "dab" with its reset line low; the chip starts in reset; the file is kept as board.json.bad.4
+  kelvo-sim: board.json: /mode: not a text; the chip starts in reset; the file is kept as board.json.bad.4
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /mode: not a text; the chip starts in reset; the file is kept as board.json.bad.5
+  kelvo-sim: board.json: line 1, column 19: duplicate key "mode"; the chip starts in reset; the file is kept as board.json.bad.5
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: key "mode" is there twice; the chip starts in reset; the file is kept as board.json.bad.6
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad.7
+  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad.6
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   $ ls board.json*; cat board.json.bad.3
   board.json
@@ -39,7 +36,6 @@ A file that is not a state file: the chip starts in reset, and the file is kept 
   board.json.bad.4
   board.json.bad.5
   board.json.bad.6
-  board.json.bad.7
   [1] (no-eol)
 
 All these names are taken: the file stays where it is.

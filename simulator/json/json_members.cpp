@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One list of members per record of a JSON file.
-#include "simulator/broadcast/json_members.h"
+#include "simulator/json/json_members.h"
 
 namespace sim {
 
