@@ -115,8 +115,7 @@ sim::Broadcast on_air(unsigned ensembles, unsigned services_each) {
   for (unsigned i = 0; i < ensembles; ++i)
     air.ensembles.push_back({.index = static_cast<uint8_t>(i), .signal = {.fic_quality = 100}, .lists = {list}});
   air.time = sim::Date_time{2026, 3, 7, 9, 5, 0};
-  air.fm_stations = {{.khz = 107000, .signal = {.valid = true}}};
-  air.always_ready = true;
+  air.fm.stations = {{.khz = 107000, .signal = {.valid = true}}};
   return air;
 }
 
@@ -139,7 +138,7 @@ class Table {
 
   void row(const std::string& name, const Cost& least, const sim::Chip_state& state, const sim::Broadcast& air,
            const std::function<void()>& operation) {
-    sim::Board board(air);
+    sim::Board board(air, {.chip = {.always_ready = true}});
     sim::use_board(&board);
     board.set_recording(false);
     board.restore({.chip = state});

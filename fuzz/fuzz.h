@@ -54,7 +54,7 @@ inline bool start(sim::Board& board, const sim::Chip_state& state) {
 /// every one), whose status is bytes 1 to 4; all others have a good one. Each reply from its byte 4 on is the rest.
 /// @return that rest, nothing when the input is too short
 inline std::optional<Input> answer(Input input) {
-  static sim::Board board({.always_ready = true});
+  static sim::Board board({}, {.chip = {.always_ready = true}});
   static const bool started = start(board, {.mode = sim::Mode::dab});
   constexpr size_t status_end = 5;
   require(started, "the SPI link starts");

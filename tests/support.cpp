@@ -51,7 +51,7 @@ std::string output_of(const std::function<void()>& print) {
 }
 
 Board_test::Board_test(const sim::Chip_state& state) {
-  board.air().always_ready = true;
+  board.settings().chip.always_ready = true;
   sim::use_board(&board);
   sim::Board_state wired{.chip = state};
   wired.pins[23] = {.function = 1, .pull = 0, .level = state.mode != sim::Mode::reset};

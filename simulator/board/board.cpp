@@ -25,9 +25,10 @@ std::string_view pull_name(unsigned pull) {
 
 }  // namespace
 
-Board::Board(Broadcast broadcast)
+Board::Board(Broadcast broadcast, const Board_settings& settings)
     : broadcast_(std::move(broadcast)),
-      chip_(broadcast_, clock_, observers_),
+      settings_(settings),
+      chip_(broadcast_, settings_.chip, clock_, observers_),
       fault_layer_(chip_, faults_, clock_, observers_),
       wire_(fault_layer_, clock_, observers_),
       controller_(wire_, clock_, observers_) {
@@ -38,7 +39,7 @@ Board::Board(Broadcast broadcast)
 void Board::mistake(const std::string& what) { observers_.event(clock_.now(), event::mistake, what); }
 
 bool Board::open() {
-  open_ = broadcast_.registers;
+  open_ = settings_.registers;
   wire_.set_mapped(open_);
   return open_;
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "simulator/board/board_settings.h"
 #include "simulator/board/board_state.h"
 #include "simulator/board/fault_layer.h"
 #include "simulator/board/faults.h"
@@ -28,7 +29,7 @@ namespace sim {
 class Board {
  public:
   /// A board that was just switched on: the chip is held in reset.
-  explicit Board(Broadcast broadcast = default_broadcast());
+  explicit Board(Broadcast broadcast = default_broadcast(), const Board_settings& settings = {});
   Board(const Board&) = delete;
   Board& operator=(const Board&) = delete;
   ~Board() = default;
@@ -66,6 +67,7 @@ class Board {
 
   /// What is on the air; changes take effect with the next command.
   Broadcast& air() { return broadcast_; }
+  Board_settings& settings() { return settings_; }
   /// @throws std::invalid_argument
   void fault(const Fault& fault) { faults_.set(fault); }
   void clear_faults() { faults_.clear(); }
@@ -98,6 +100,7 @@ class Board {
   void mistake(const std::string& what);
 
   Broadcast broadcast_;
+  Board_settings settings_;
   Clock clock_;
   Faults faults_;
   Recorder recorder_;

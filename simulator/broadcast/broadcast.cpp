@@ -48,7 +48,7 @@ const Ensemble* ensemble_on(const Broadcast& air, uint32_t khz) {
 }
 
 const Fm_station* fm_station_on(const Broadcast& air, uint32_t khz) {
-  for (const Fm_station& station : air.fm_stations)
+  for (const Fm_station& station : air.fm.stations)
     if (station.khz == khz) return &station;
   return nullptr;
 }

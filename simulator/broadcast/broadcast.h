@@ -154,6 +154,11 @@ struct Fm_station {
   std::optional<Rds> rds{};
 };
 
+struct Fm_band {
+  Fm_signal noise{};  ///< what is received where no station is
+  std::vector<Fm_station> stations{};
+};
+
 struct Date_time {
   uint16_t year = 0;
   uint8_t month = 0;
@@ -169,12 +174,7 @@ struct Broadcast {
   std::vector<Ensemble> ensembles{};
   std::optional<Date_time> time{};    ///< what the ensembles send as UTC; nothing: the host's clock
   int32_t local_offset_minutes = 60;  ///< local time of the ensembles, ahead of UTC
-  Fm_signal fm_noise{};
-  std::vector<Fm_station> fm_stations{};
-
-  bool always_ready = false;  ///< the chip shows clear-to-send at once after every command
-  bool spi_enabled = true;    ///< the system has switched SPI on: /dev/spidev0.0 exists
-  bool registers = true;      ///< the peripheral registers can be mapped: bcm2835_init succeeds
+  Fm_band fm{};
 };
 
 /// The ensemble on this frequency, null when there is none.

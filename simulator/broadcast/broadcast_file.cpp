@@ -6,7 +6,6 @@
 #include <chrono>
 
 #include "simulator/broadcast/broadcast_services.h"
-#include "simulator/json/json_members.h"
 
 // The built-in file, embedded by the assembler.
 extern "C" const char kelvo_default_broadcast[];
@@ -43,7 +42,7 @@ static void members(Json_members& json, Signal& signal) {
 static void members(Json_members& json, Ensemble& ensemble) {
   json.need("index", ensemble.index);
   json("name", [](const Json_reader& name) { static_cast<void>(name.text()); });
-  json.need("signal", [&](const Json_reader& signal) { Json_members::read(signal, ensemble.signal); });
+  json.need("signal", ensemble.signal);
   json("valid", [&](const Json_reader& valid) { ensemble.acquired = ensemble.valid = valid.truth(); });
   json("acquired", ensemble.acquired);
   json("frequency_info", ensemble.frequency_info);
@@ -58,7 +57,7 @@ static void read_ensembles(const Json_reader& json, Broadcast& air) {
     Ensemble ensemble;
     Json_members::read(entry, ensemble);
     entry.at("index").whole_number(0, static_cast<int64_t>(air.frequencies.size()) - 1);
-    if (ensemble.acquired && !ensemble.valid) entry.fail("what is not valid cannot be acquired");
+    if (ensemble.acquired && !ensemble.valid) entry.fail("\"acquired\" needs \"valid\"");
     for (const Ensemble& other : air.ensembles)
       if (other.index == ensemble.index) entry.fail("there is an ensemble on this index already");
     air.ensembles.push_back(std::move(ensemble));
@@ -109,88 +108,53 @@ static void members(Json_members& json, Rds& rds) {
   json("ta", rds.ta);
   json("music", rds.music);
   json.need("ps", [&](const Json_reader& name) { rds.ps = read_label(name, name_length); });
-  json("af", [&](const Json_reader& codes) {
-    for (const Json_reader& code : codes.elements(most_alternatives))
-      rds.af.push_back(static_cast<uint8_t>(code.whole_number(0, UINT8_MAX)));
-  });
+  json("af", rds.af, most_alternatives);
 }
 
 static void members(Json_members& json, Fm_station& station) {
   json.need("khz", station.khz, fm_band_bottom, fm_band_top);
-  json.need("signal", [&](const Json_reader& signal) { Json_members::read(signal, station.signal); });
-  json("rds", [&](const Json_reader& rds) { Json_members::read(rds, station.rds.emplace()); });
+  json.need("signal", station.signal);
+  json("rds", station.rds);
 }
 
-static void read_fm_stations(const Json_reader& json, Broadcast& air) {
+static void read_fm_stations(const Json_reader& json, std::vector<Fm_station>& stations) {
   constexpr uint32_t raster = 10;
   for (const Json_reader& entry : json.elements((fm_band_top - fm_band_bottom) / raster + 1)) {
     Fm_station station;
     Json_members::read(entry, station);
     if (station.khz % raster != 0) entry.at("khz").fail("not a multiple of 10");
-    if (fm_station_on(air, station.khz) != nullptr) entry.fail("there is a station on this frequency already");
-    air.fm_stations.push_back(std::move(station));
+    for (const Fm_station& other : stations)
+      if (other.khz == station.khz) entry.fail("there is a station on this frequency already");
+    stations.push_back(std::move(station));
   }
 }
 
-// The groups "fm", "chip" and "board" of a broadcast's members.
-struct Fm_group {
-  Broadcast& air;
-};
-struct Chip_group {
-  Broadcast& air;
-};
-struct Board_group {
-  Broadcast& air;
-};
-
-static void members(Json_members& json, Fm_group& fm) {
-  json("noise", [&](const Json_reader& noise) { Json_members::read(noise, fm.air.fm_noise); });
-  json("stations", [&](const Json_reader& stations) { read_fm_stations(stations, fm.air); });
+static void members(Json_members& json, Fm_band& fm) {
+  json("noise", fm.noise);
+  json("stations", [&](const Json_reader& stations) { read_fm_stations(stations, fm.stations); });
 }
 
-static void members(Json_members& json, Chip_group& chip) { json("always_ready", chip.air.always_ready); }
-
-static void members(Json_members& json, Board_group& board) {
-  json("spi_enabled", board.air.spi_enabled);
-  json("registers", board.air.registers);
-}
-
-template <typename Group>
-static Json_members::Read group(Broadcast& air) {
-  return [&air](const Json_reader& json) {
-    Group group{air};
-    Json_members::read(json, group);
-  };
-}
-
-static void members(Json_members& json, Broadcast& air) {
+void members(Json_members& json, Broadcast& air) {
   json("frequencies", [&](const Json_reader& khz) { read_frequencies(khz, air.frequencies); });
-  json("noise", [&](const Json_reader& noise) { Json_members::read(noise, air.noise); });
+  json("noise", air.noise);
   json("ensembles", [&](const Json_reader& ensembles) { read_ensembles(ensembles, air); });
   json("time", [&](const Json_reader& time) { air.time = read_time(time); });
   json("local_offset_minutes", air.local_offset_minutes, -720, 840);
-  json("fm", group<Fm_group>(air));
-  json("chip", group<Chip_group>(air));
-  json("board", group<Board_group>(air));
-  json("faults", [](const Json_reader&) {});  // read with the board
+  json("fm", air.fm);
 }
 
-Broadcast read_broadcast(const Json_reader& json) {
-  Broadcast air;
-  Json_members::read(json, air);
-  return air;
-}
-
-Broadcast parse_broadcast(std::string_view text, const std::string& name) {
-  const Json_file parsed = parse_json(text, name);
-  return read_broadcast(Json_reader(parsed));
-}
-
-const Broadcast& default_broadcast() {
-  static const Broadcast air = parse_broadcast(
+static Broadcast read_default_broadcast() {
+  const Json_file file = parse_json(
       // cppcheck-suppress comparePointers ; the assembler puts the end right behind the text
       {kelvo_default_broadcast, static_cast<size_t>(kelvo_default_broadcast_end - kelvo_default_broadcast)},
       "the built-in broadcast");
+  Broadcast air;
+  Json_members::read(Json_reader(file), air);
+  return air;
+}
+
+const Broadcast& default_broadcast() {
+  static const Broadcast air = read_default_broadcast();
   return air;
 }
 

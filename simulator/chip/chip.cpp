@@ -45,8 +45,8 @@ std::string check_form(const Command_rule& rule, size_t length, Mode mode) {
 
 }  // namespace
 
-Chip::Chip(const Broadcast& air, const Clock& clock, Observer& observer)
-    : core_{.air = air, .clock = clock, .observer = observer} {}
+Chip::Chip(const Broadcast& air, const Chip_settings& settings, const Clock& clock, Observer& observer)
+    : settings_(settings), core_{.air = air, .clock = clock, .observer = observer} {}
 
 void Chip::set_reset_line(bool high) {
   if (high == (core_.mode != Mode::reset)) return;
@@ -75,7 +75,7 @@ void Chip::start_over(Mode mode, Time busy) {
 
 bool Chip::ready() const { return core_.clock.now() >= ready_at_; }
 
-void Chip::be_busy(Time span) { ready_at_ = core_.clock.now() + (core_.air.always_ready ? Time::zero() : span); }
+void Chip::be_busy(Time span) { ready_at_ = core_.clock.now() + (settings_.always_ready ? Time::zero() : span); }
 
 // Completes whatever is due by now.
 void Chip::settle() {

@@ -15,12 +15,17 @@
 
 namespace sim {
 
+struct Chip_settings {
+  bool always_ready = false;  ///< clear-to-send comes at once after every command
+};
+
 /// The receiver chip as an SPI slave: it sees the chip-select edges and gives one byte for one byte. It is strict: what
 /// it does not know or its state forbids is refused with ERR_CMD, a command that comes before clear-to-send is dropped
 /// with CMDOFERR, and both are reported to the observer.
 class Chip {
  public:
-  Chip(const Broadcast& air, const Clock& clock, Observer& observer);
+  /// All are the caller's and must outlive the chip.
+  Chip(const Broadcast& air, const Chip_settings& settings, const Clock& clock, Observer& observer);
 
   /// RSTB: low holds the chip in reset, which loses everything.
   void set_reset_line(bool high);
@@ -49,6 +54,7 @@ class Chip {
   uint8_t reply_byte(size_t number);
   uint8_t status_byte(unsigned number) const;
 
+  const Chip_settings& settings_;
   Chip_core core_;
 
   // The transaction under way

@@ -31,7 +31,7 @@ Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
   const uint32_t to_limit = up ? fm_band_top - state_.khz : state_.khz - fm_band_bottom;
   Landing nearest = wrap ? Landing{.khz = state_.khz, .distance = band_width, .band_limit = true}
                          : Landing{.khz = up ? fm_band_top : fm_band_bottom, .distance = to_limit, .band_limit = true};
-  for (const Fm_station& station : air_.fm_stations) {
+  for (const Fm_station& station : air_.fm.stations) {
     if (!station.signal.valid || station.khz == state_.khz) continue;
     const bool ahead = (station.khz > state_.khz) == up;
     const uint32_t apart = std::max(station.khz, state_.khz) - std::min(station.khz, state_.khz);
@@ -70,7 +70,7 @@ void Fm_receiver::arrive() {
 
 const Fm_signal& Fm_receiver::signal() const {
   const Fm_station* station = fm_station_on(air_, state_.khz);
-  return station != nullptr && !state_.seeking ? station->signal : air_.fm_noise;
+  return station != nullptr && !state_.seeking ? station->signal : air_.fm.noise;
 }
 
 const Rds* Fm_receiver::rds() const {

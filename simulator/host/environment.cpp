@@ -10,10 +10,11 @@
 #include <string>
 
 #include "messages/messages.h"
+#include "simulator/board/board_file.h"
 #include "simulator/board/board_trace.h"
-#include "simulator/board/fault_file.h"
 #include "simulator/host/state_keeper.h"
 #include "simulator/host/variables.h"
+#include "simulator/json/text_file.h"
 #include "trace/trace_file.h"
 
 namespace sim {
@@ -32,9 +33,10 @@ Board_file chosen_files() {
   warn_of_unknown_variables();
   try {
     const std::string broadcast = variable("KELVO_SIM_BROADCAST");
-    Board_file chosen = broadcast.empty() ? Board_file{.air = default_broadcast()} : read_board_file(broadcast);
+    Board_file chosen =
+        broadcast.empty() ? Board_file{.air = default_broadcast()} : parse_board_file(read_text(broadcast), broadcast);
     if (const std::string faults = variable("KELVO_SIM_FAULTS"); !faults.empty())
-      for (const Fault& fault : read_fault_file(faults)) chosen.faults.push_back(fault);
+      for (const Fault& fault : parse_fault_file(read_text(faults), faults)) chosen.faults.push_back(fault);
     return chosen;
   } catch (const File_error& error) {
     messages::refuse(error.what());
@@ -76,7 +78,8 @@ std::string state_path() {
 // The board of the program, and its messages on standard error.
 class Environment : public Observer {
  public:
-  explicit Environment(Board_file files) : board_(std::move(files.air)), keeper_(state_path(), messages::print) {
+  explicit Environment(Board_file files)
+      : board_(std::move(files.air), files.settings), keeper_(state_path(), messages::print) {
     const std::optional<size_t> most_traced = trace_bytes();
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);

@@ -15,7 +15,7 @@ using Open = FILE*(const char* path, const char* mode);
 
 FILE* open_file(Open* real, const char* path, const char* mode) {
   if (std::string_view(path) != "/dev/spidev0.0") return real(path, mode);
-  if (sim::current_board().air().spi_enabled) return real("/dev/null", mode);
+  if (sim::current_board().settings().spi_enabled) return real("/dev/null", mode);
   errno = ENOENT;
   return nullptr;
 }

@@ -24,7 +24,7 @@ TEST_F(Switched_on, SetUpIsOfTheBoardAndAByteTakes1024Nanoseconds) {
 }
 
 TEST_F(Switched_on, WithoutSpiInTheSystemNoPinIsTouched) {
-  board.air().spi_enabled = false;
+  board.settings().spi_enabled = false;
   EXPECT_EQ(Si468x_bus_init(), -6);
   EXPECT_EQ(Si468x_ErrorCode, 1U);
   EXPECT_EQ(board.pin_function(23), unsigned{BCM2835_GPIO_FSEL_INPT});

@@ -33,7 +33,7 @@ TEST_F(Strict_board, ChipRefusesWhatItsStateForbids) {
 }
 
 TEST_F(Strict_board, CommandBeforeClearToSendIsDropped) {
-  board.air().always_ready = false;
+  board.settings().chip.always_ready = false;
   Byte_string first{0xB2, 0};
   Byte_string second{0xBC, 1};
   EXPECT_EQ(Si468x_send_cmd_simple(first.data(), 2), 0);
@@ -70,8 +70,8 @@ TEST_F(Strict_board, SetUpMistakesAreCaughtAndReachNoChip) {
 }
 
 TEST_F(Fm_running, SeekKnowsTheBandsLimits) {
-  board.air().fm_stations.clear();
-  board.air().fm_stations.push_back({.khz = 90000, .signal = {.valid = true}});
+  board.air().fm.stations.clear();
+  board.air().fm.stations.push_back({.khz = 90000, .signal = {.valid = true}});
   const auto seek = [&](uint8_t how) {
     Byte_string command{0x31, 0, how, 0, 0, 0};
     EXPECT_EQ(Si468x_send_cmd(command.data(), nullptr, 6, 0), 0);

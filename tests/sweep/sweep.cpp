@@ -118,9 +118,8 @@ class Download_watch : public sim::Observer {
 class Sweep {
  public:
   Sweep(const Line& line, unsigned seed) : line_(line), seed_(seed) {
-    air_.always_ready = true;
     air_.time = sim::Date_time{2026, 3, 7, 9, 5, 0};
-    sim::Board board(air_);
+    sim::Board board(air_, {.chip = {.always_ready = true}});
     if (const std::string why = run(board, nullptr); !why.empty()) report("no fault", 0, why);
     for (const auto& frame : board.sent()) lengths_.push_back(frame.size());
     for (const auto& [command, count] : board.totals().commands)
@@ -135,7 +134,7 @@ class Sweep {
 
   // One run in which every allocation after the first `number` fails. @return false: it did not need more
   bool try_memory(size_t number) {
-    sim::Board board(air_);
+    sim::Board board(air_, {.chip = {.always_ready = true}});
     board.set_recording(false);
     const Ended ended = run_on(board, number);
     const bool ran_out = ended.allocations > number;
@@ -158,7 +157,7 @@ class Sweep {
     if (fault.bus == sim::Bus_fault::flip_bit)
       fault.bit = static_cast<uint32_t>(std::minstd_rand(seed_ + static_cast<unsigned>(number))() %
                                         (8 * lengths_.at(number - 1)));
-    sim::Board board(air_);
+    sim::Board board(air_, {.chip = {.always_ready = true}});
     board.set_recording(false);
     board.fault(fault);
     if (const std::string why = run(board, &fault); !why.empty()) report(kind.name, number, why);

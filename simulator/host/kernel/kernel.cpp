@@ -36,10 +36,10 @@ Kernel::Kernel(const Kernel_settings& settings) : settings_(settings), spidev_(s
 bool Kernel::is_device(const std::string& path) { return path == spi_device || path.starts_with(controller_prefix); }
 
 int Kernel::access(const std::string& path) const {
-  const Broadcast& air = current_board().air();
+  const Board_settings& board = current_board().settings();
   const bool is_spi = path == spi_device;
-  if (is_spi ? !air.spi_enabled : !controllers_.contains(path)) return ENOENT;
-  return !air.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
+  if (is_spi ? !board.spi_enabled : !controllers_.contains(path)) return ENOENT;
+  return !board.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
 }
 
 void Kernel::open(int descriptor, const std::string& path) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simulator/board/fault_file.h"
+// The files that a board is made from.
+#include "simulator/board/board_file.h"
 
 #include <algorithm>
 
 #include "simulator/broadcast/broadcast_file.h"
-#include "simulator/json/json_members.h"
 
 namespace sim {
 
@@ -46,10 +46,10 @@ static void members(Json_members& json, Fault& fault) {
   json("property_not_kept", fault.property_not_kept);
   json("stc_never", fault.stc_never);
   json("bus", [&](const Json_reader& bus) { fault.bus = read_bus_fault(bus); });
-  json("bit", [&](const Json_reader& bit) { fault.bit = static_cast<uint32_t>(bit.whole_number(0, UINT32_MAX)); });
+  json("bit", fault.bit);
 }
 
-std::vector<Fault> read_faults(const Json_reader& json) {
+static std::vector<Fault> read_faults(const Json_reader& json) {
   std::vector<Fault> faults;
   Faults trial;  // refuses what a board would refuse
   for (const Json_reader& entry : json.elements()) {
@@ -63,17 +63,30 @@ std::vector<Fault> read_faults(const Json_reader& json) {
   return faults;
 }
 
-std::vector<Fault> read_fault_file(const std::string& path) {
-  const Json_file parsed = parse_json(read_text(path), path);
-  return read_faults(Json_reader(parsed));
+static void members(Json_members& json, Chip_settings& chip) { json("always_ready", chip.always_ready); }
+
+static void members(Json_members& json, Board_settings& board) {
+  json("spi_enabled", board.spi_enabled);
+  json("registers", board.registers);
 }
 
-Board_file read_board_file(const std::string& path) {
-  const Json_file parsed = parse_json(read_text(path), path);
-  const Json_reader json(parsed);
-  Board_file file{.air = read_broadcast(json)};
-  if (json.has("faults")) file.faults = read_faults(json.at("faults"));
+static void members(Json_members& json, Board_file& file) {
+  members(json, file.air);
+  json("chip", file.settings.chip);
+  json("board", file.settings);
+  json("faults", [&](const Json_reader& faults) { file.faults = read_faults(faults); });
+}
+
+Board_file parse_board_file(std::string_view text, const std::string& name) {
+  const Json_file parsed = parse_json(text, name);
+  Board_file file;
+  Json_members::read(Json_reader(parsed), file);
   return file;
+}
+
+std::vector<Fault> parse_fault_file(std::string_view text, const std::string& name) {
+  const Json_file parsed = parse_json(text, name);
+  return read_faults(Json_reader(parsed));
 }
 
 }  // namespace sim
