@@ -17,7 +17,7 @@
 #include "frontend/tuning.h"
 #include "scan/ensemble_list.h"
 #include "si468x/si468x.h"
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 namespace {
 

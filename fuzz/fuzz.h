@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "si468x/si468x.h"
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 #include "simulator/json/text_file.h"
 
 using Input = std::span<const uint8_t>;

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "si468x/si468x.h"
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 using Byte_string = std::vector<uint8_t>;
 using sim::Frames;

@@ -25,7 +25,7 @@
 namespace sim {
 
 /// A Raspberry Pi's SPI0 and GPIO pins with the receiver chip behind them. It owns everything below it, its broadcast
-/// included. The bcm2835 functions act on the board chosen with `use_board`.
+/// included.
 class Board {
  public:
   /// A board that was just switched on: the chip is held in reset.
@@ -112,10 +112,5 @@ class Board {
   std::array<Pin_state, 54> pins_{};
   bool open_ = false;
 };
-
-/// The board that the bcm2835 functions act on from now on; it stays the caller's. Null: the environment's board, which
-/// is made when it is first needed (broadcast, state and trace from the KELVO_SIM_ variables).
-void use_board(Board* board);
-Board& current_board();
 
 }  // namespace sim

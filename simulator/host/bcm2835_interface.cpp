@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 #include "simulator/host/spi_registers.h"
 
 namespace {

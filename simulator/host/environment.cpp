@@ -129,8 +129,6 @@ Environment* environment = nullptr;
 
 Board* chosen_board = nullptr;
 
-}  // namespace
-
 Board& environment_board() {
   if (environment == nullptr) {
     environment = new Environment(chosen_files());
@@ -138,6 +136,8 @@ Board& environment_board() {
   }
   return environment->board();
 }
+
+}  // namespace
 
 void use_board(Board* board) { chosen_board = board; }
 

@@ -3,7 +3,7 @@
 
 #include <bcm2835.h>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 namespace sim {
 

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 namespace {
 

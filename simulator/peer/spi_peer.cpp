@@ -22,7 +22,7 @@
 #include <thread>
 #include <vector>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 #include "simulator/peer/spi-peer.h"
 
 namespace {

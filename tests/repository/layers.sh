@@ -1,5 +1,6 @@
 #!/bin/bash
-# layers.sh SOURCE_DIR: no file includes a header of a layer above its own.
+# layers.sh SOURCE_DIR BUILD_DIR NM: no file includes a header of a layer above its own, and no layer of the simulated
+# board needs a symbol that only a layer above defines.
 cd "$1" || exit 2
 status=0
 # refuse FILES PATTERN: none of the files includes a header that matches.
@@ -24,4 +25,18 @@ refuse 'simulator/json/*' 'simulator/(broadcast|chip|board|host)/'
 refuse 'simulator/broadcast/*' 'simulator/(chip|board|host)/'
 refuse 'simulator/chip/*' 'simulator/(board|host)/'
 refuse 'simulator/board/*' 'simulator/host/'
+
+objects() { find "$build/simulator" -path "*/kelvo_simulator.dir/$1/*.o"; }
+symbols() { "$nm" $1 $(objects "$2") 2>/dev/null | awk 'NF > 1 { print $NF }' | sort -u; }
+build=$2 nm=$3
+above=
+for layer in host board chip broadcast json; do
+  [ -n "$(symbols --defined-only $layer)" ] || { echo "no object files of simulator/$layer"; status=1; }
+  for upper in $above; do
+    found=$(comm -12 <(symbols --undefined-only $layer) <(symbols --defined-only $upper) |
+      grep -vxF "$(symbols --defined-only $layer)")
+    [ -z "$found" ] || { echo "simulator/$layer needs of simulator/$upper: $found"; status=1; }
+  done
+  above="$above $layer"
+done
 exit $status

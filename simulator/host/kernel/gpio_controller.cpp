@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <iterator>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 namespace sim {
 

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 
 namespace sim {
 

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <vector>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 #include "simulator/host/spi_registers.h"
 
 namespace sim {

@@ -11,7 +11,7 @@
 #include <ctime>
 #include <new>
 
-#include "simulator/board/board.h"
+#include "simulator/host/environment.h"
 #include "simulator/host/kernel/kernel.h"
 
 namespace {
