@@ -21,10 +21,11 @@ refuse 'simulator/*/* simulator/*/*/*' 'si468x/|scan/|frontend/|platform/|firmwa
 refuse 'survey/*.* survey/*/*' 'si468x/|scan/|frontend/|simulator/|platform/|firmware/|trace/'
 refuse 'survey/text/*' 'survey/(file/|output/|[^/]*")|messages/'
 refuse 'survey/file/*' 'survey/(output/|[^/]*")'
-refuse 'simulator/json/*' 'simulator/(broadcast|chip|board|host)/'
-refuse 'simulator/broadcast/*' 'simulator/(chip|board|host)/'
-refuse 'simulator/chip/*' 'simulator/(board|host)/'
-refuse 'simulator/board/*' 'simulator/host/'
+refuse 'simulator/json/*' 'simulator/(broadcast|chip|board|host|kernel)/'
+refuse 'simulator/broadcast/*' 'simulator/(chip|board|host|kernel)/'
+refuse 'simulator/chip/*' 'simulator/(board|host|kernel)/'
+refuse 'simulator/board/*' 'simulator/(host|kernel)/'
+refuse 'simulator/host/*' 'simulator/kernel/'
 
 objects() { find "$build/simulator" -path "*/kelvo_simulator.dir/$1/*.o"; }
 symbols() { "$nm" $1 $(objects "$2") 2>/dev/null | awk 'NF > 1 { print $NF }' | sort -u; }

@@ -23,7 +23,7 @@
 #include <vector>
 
 #include "simulator/host/environment.h"
-#include "simulator/peer/spi-peer.h"
+#include "simulator/kernel/linux/spi-peer.h"
 
 namespace {
 

@@ -5,19 +5,19 @@
 #include <map>
 #include <string>
 
-#include "simulator/host/kernel/gpio_controller.h"
-#include "simulator/host/kernel/kernel_settings.h"
-#include "simulator/host/kernel/spidev_driver.h"
+#include "simulator/kernel/gpio_controller.h"
+#include "simulator/kernel/kernel_settings.h"
+#include "simulator/kernel/spidev_driver.h"
 
 namespace sim {
 
 /// The device files of a kernel on a Raspberry Pi with the current board, and the files that a program has open.
-class Kernel {
+class Simulated_kernel {
  public:
-  explicit Kernel(const Kernel_settings& settings);
-  Kernel(const Kernel&) = delete;
-  Kernel& operator=(const Kernel&) = delete;
-  ~Kernel() = default;
+  explicit Simulated_kernel(const Kernel_settings& settings);
+  Simulated_kernel(const Simulated_kernel&) = delete;
+  Simulated_kernel& operator=(const Simulated_kernel&) = delete;
+  ~Simulated_kernel() = default;
 
   /// @return whether the path belongs to this kernel, even if the file does not exist
   static bool is_device(const std::string& path);
@@ -53,7 +53,7 @@ class Kernel {
 
 /// The kernel of the program, configured by its environment and created on the first call. At the end of the program it
 /// closes all open files.
-Kernel& current_kernel();
+Simulated_kernel& simulated_kernel();
 /// Closes one of its files; does nothing for other descriptors.
 void close_in_kernel(int descriptor);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The spidev of the simulated kernel.
-#include "simulator/host/kernel/spidev_driver.h"
+#include "simulator/kernel/spidev_driver.h"
 
 #include <bcm2835.h>
 #include <linux/spi/spi.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How the simulated kernel is configured.
-#include "simulator/host/kernel/kernel_settings.h"
+#include "simulator/kernel/kernel_settings.h"
 
 #include <charconv>
 #include <sstream>

@@ -12,7 +12,7 @@
 #include <new>
 
 #include "simulator/host/environment.h"
-#include "simulator/host/kernel/kernel.h"
+#include "simulator/kernel/simulated_kernel.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ using Open_stream = FILE*(const char* path, const char* mode);
 int open_null() { return ::open("/dev/null", O_RDWR | O_CLOEXEC); }
 
 int open_device(const char* path) {
-  sim::Kernel& kernel = sim::current_kernel();
+  sim::Simulated_kernel& kernel = sim::simulated_kernel();
   errno = kernel.access(path);
   if (errno != 0) return -1;
   const int descriptor = open_null();
@@ -33,13 +33,13 @@ int open_device(const char* path) {
 }
 
 FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
-  if (sim::Kernel::is_device(path)) {
-    errno = sim::current_kernel().access(path);
+  if (sim::Simulated_kernel::is_device(path)) {
+    errno = sim::simulated_kernel().access(path);
     return errno == 0 ? real("/dev/null", mode) : nullptr;
   }
   if (std::string(path).starts_with("/sys/module/")) {
     static std::string text;  // lives as long as the stream
-    text = sim::current_kernel().parameter(path);
+    text = sim::simulated_kernel().parameter(path);
     errno = ENOENT;
     return text.empty() ? nullptr : fmemopen(text.data(), text.size(), mode);
   }
@@ -47,7 +47,7 @@ FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
 }
 
 int control(int descriptor, unsigned long request, void* argument) {
-  sim::Kernel& kernel = sim::current_kernel();
+  sim::Simulated_kernel& kernel = sim::simulated_kernel();
   if (!kernel.has_open(descriptor)) {
     errno = EBADF;
     return -1;
@@ -76,7 +76,7 @@ int read_clock(timespec* time) {
 
 // Interrupted at once: the whole span remains.
 int sleep(const timespec* span, timespec* left) {
-  if (sim::current_kernel().interrupts()) {
+  if (sim::simulated_kernel().interrupts()) {
     *left = *span;
     return EINTR;
   }
@@ -102,10 +102,10 @@ int __wrap_clock_nanosleep(clockid_t clock, int flags, const timespec* span, tim
 int __wrap___clock_nanosleep_time64(clockid_t clock, int flags, const timespec* span, timespec* left);
 
 int __wrap_open(const char* path, int flags, mode_t mode) {
-  return sim::Kernel::is_device(path) ? open_device(path) : __real_open(path, flags, mode);
+  return sim::Simulated_kernel::is_device(path) ? open_device(path) : __real_open(path, flags, mode);
 }
 int __wrap_open64(const char* path, int flags, mode_t mode) {
-  return sim::Kernel::is_device(path) ? open_device(path) : __real_open64(path, flags, mode);
+  return sim::Simulated_kernel::is_device(path) ? open_device(path) : __real_open64(path, flags, mode);
 }
 
 FILE* __wrap_fopen(const char* path, const char* mode) { return open_stream(__real_fopen, path, mode); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The GPIO character device of the simulated kernel.
-#include "simulator/host/kernel/gpio_controller.h"
+#include "simulator/kernel/gpio_controller.h"
 
 #include <bcm2835.h>
 

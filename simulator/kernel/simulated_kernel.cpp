@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The device files of a kernel over the simulated board.
-#include "simulator/host/kernel/kernel.h"
+#include "simulator/kernel/simulated_kernel.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -18,12 +18,13 @@ constexpr const char* spi_device = "/dev/spidev0.0";
 const std::string controller_prefix = "/dev/gpiochip";
 
 // Never destroyed: a program may end in the middle of a call.
-Kernel* kernel = nullptr;
+Simulated_kernel* kernel = nullptr;
 
 }  // namespace
 
 // A Raspberry Pi has further controllers, for lines that are not on its connector.
-Kernel::Kernel(const Kernel_settings& settings) : settings_(settings), spidev_(settings.bufsiz, settings.unbound) {
+Simulated_kernel::Simulated_kernel(const Kernel_settings& settings)
+    : settings_(settings), spidev_(settings.bufsiz, settings.unbound) {
   const auto path = [](uint32_t number) { return controller_prefix + std::to_string(number); };
   Gpio_controller pins(settings.label, 54,
                        {.to_board = true, .reset_line = settings.line, .keeps_levels = settings.persist == "Y"});
@@ -33,22 +34,24 @@ Kernel::Kernel(const Kernel_settings& settings) : settings_(settings), spidev_(s
   controllers_.emplace(path(settings.chip + 1), Gpio_controller("raspberrypi-exp-gpio", 8, {}));
 }
 
-bool Kernel::is_device(const std::string& path) { return path == spi_device || path.starts_with(controller_prefix); }
+bool Simulated_kernel::is_device(const std::string& path) {
+  return path == spi_device || path.starts_with(controller_prefix);
+}
 
-int Kernel::access(const std::string& path) const {
+int Simulated_kernel::access(const std::string& path) const {
   const Board_settings& board = current_board().settings();
   const bool is_spi = path == spi_device;
   if (is_spi ? !board.spi_enabled : !controllers_.contains(path)) return ENOENT;
   return !board.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
 }
 
-void Kernel::open(int descriptor, const std::string& path) {
+void Simulated_kernel::open(int descriptor, const std::string& path) {
   const auto found = controllers_.find(path);
   files_[descriptor] = {.controller = found != controllers_.end() ? &found->second : nullptr};
   current_board().start_drivers();
 }
 
-int Kernel::control(int descriptor, unsigned long request, void* argument) {
+int Simulated_kernel::control(int descriptor, unsigned long request, void* argument) {
   const Open_file& file = files_.at(descriptor);
   if (file.controller == nullptr) return spidev_.control(request, argument);
   if (!file.is_line) return control_controller(*file.controller, request, argument);
@@ -56,7 +59,7 @@ int Kernel::control(int descriptor, unsigned long request, void* argument) {
   return file.controller->configure_line(file.line, *static_cast<gpio_v2_line_config*>(argument));
 }
 
-int Kernel::control_controller(Gpio_controller& controller, unsigned long request, void* argument) {
+int Simulated_kernel::control_controller(Gpio_controller& controller, unsigned long request, void* argument) {
   if (request == GPIO_GET_CHIPINFO_IOCTL) {
     controller.read_info(*static_cast<gpiochip_info*>(argument));
     return 0;
@@ -76,27 +79,27 @@ int Kernel::control_controller(Gpio_controller& controller, unsigned long reques
   return 0;
 }
 
-void Kernel::close(int descriptor) {
+void Simulated_kernel::close(int descriptor) {
   const auto found = files_.find(descriptor);
   if (found->second.is_line) found->second.controller->release_line(found->second.line);
   files_.erase(found);
 }
 
-void Kernel::close_all() {
+void Simulated_kernel::close_all() {
   while (!files_.empty()) close(files_.begin()->first);
 }
 
-std::string Kernel::parameter(const std::string& path) const {
+std::string Simulated_kernel::parameter(const std::string& path) const {
   const std::string module = settings_.label == "pinctrl-rp1" ? "pinctrl_rp1" : "pinctrl_bcm2835";
   const bool is_there = path == "/sys/module/" + module + "/parameters/persist_gpio_outputs";
   return is_there && settings_.persist != "none" ? settings_.persist + "\n" : "";
 }
 
 // The board is created first, so that its state is written after the lines are released.
-Kernel& current_kernel() {
+Simulated_kernel& simulated_kernel() {
   if (kernel == nullptr) {
     static_cast<void>(current_board());
-    kernel = new Kernel(read_kernel_settings());
+    kernel = new Simulated_kernel(read_kernel_settings());
     std::atexit([] { kernel->close_all(); });
   }
   return *kernel;
