@@ -20,6 +20,15 @@ constexpr std::array<uint8_t, 16> power_up_command = {0x01,
                                                       0x18,  // running bias 24
                                                       0x00, 0x00};
 
+void expect_pause(Chip_core& chip, Time pause, const char* after) {
+  const Time now = chip.clock.now();
+  if (now - chip.bootloader.last_chunk >= pause) return;
+  using std::chrono::floor, std::chrono::milliseconds;
+  chip.observer.event(now, event::mistake,
+                      std::string("no pause of ") + std::to_string(floor<milliseconds>(pause).count()) +
+                          " ms after the download of the " + after);
+}
+
 }  // namespace
 
 Answer power_up(Chip_core& chip, Bytes command) {
@@ -35,7 +44,10 @@ Answer load_init(Chip_core& chip, Bytes command) {
   if (command[1] != 0) return refuse("argument byte is not 0");
   Bootloader& loader = chip.bootloader;
   loader.downloads += 1;
-  if (loader.downloads == 2) loader.first = loader.received;
+  if (loader.downloads == 2) {
+    loader.first = loader.received;
+    expect_pause(chip, Bootloader::patch_settles, "ROM patch");
+  }
   loader.loading = true;
   loader.received = 0;
   return {};
@@ -47,6 +59,7 @@ Answer host_load(Chip_core& chip, Bytes command) {
   Bootloader& loader = chip.bootloader;
   if (!loader.loading) return refuse("no download was opened with LOAD_INIT");
   loader.received += static_cast<uint32_t>(command.size() - 4);
+  loader.last_chunk = chip.clock.now();
   return {};
 }
 
@@ -59,6 +72,7 @@ Answer boot(Chip_core& chip, Bytes command) {
     return refuse("BOOT needs the ROM patch, then one application image");
   if (loader.received != Bootloader::dab_image_size && loader.received != Bootloader::fm_image_size)
     return refuse("the application image is not complete (" + std::to_string(loader.received) + " bytes)");
+  expect_pause(chip, Bootloader::image_settles, "application image");
   chip.mode = loader.received == Bootloader::dab_image_size ? Mode::dab : Mode::fm;
   chip.properties.reset(chip.mode);
   chip.dab.reset();

@@ -69,6 +69,22 @@ TEST_F(Strict_board, SetUpMistakesAreCaughtAndReachNoChip) {
   Si468x_SPI_CS_high();
 }
 
+TEST_F(Powered_up, BootWithoutItsPausesIsAMistake) {
+  const Byte_string patch(5796), image(521448);
+  const auto download = [](const Byte_string& bytes) {
+    EXPECT_EQ(Si468x_load_init(), 0);
+    EXPECT_EQ(Si468x_load_firmware_static(bytes.data(), static_cast<uint32_t>(bytes.size())), 0);
+  };
+  download(patch);
+  board.wait(49ms);
+  download(image);
+  board.wait(99ms);
+  EXPECT_EQ(Si468x_boot(), 0);
+  EXPECT_EQ(board.mistakes(), (Mistakes{"no pause of 50 ms after the download of the ROM patch",
+                                        "no pause of 100 ms after the download of the application image"}));
+  board.clear_record();
+}
+
 TEST_F(Fm_running, SeekKnowsTheBandsLimits) {
   board.air().fm.stations.clear();
   board.air().fm.stations.push_back({.khz = 90000, .signal = {.valid = true}});
