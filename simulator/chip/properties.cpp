@@ -22,7 +22,7 @@ constexpr Property_rule rules[] = {
     {0x0300,        dab | fm, 0x003F, 0x003F},  // volume
     {0x0800,        dab | fm, 0x8001, 0xFFFF},  // which audio outputs are on
     {fm_rds_config, fm,       0x0000, 0xFFFF},
-    {0x3900,        fm,       0x0000, 0xFFFF},  // audio de-emphasis
+    {0x3900,        fm,       0x0000, 0xFFFF},  // of unknown meaning
     // clang-format on
 };
 

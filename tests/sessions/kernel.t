@@ -127,6 +127,20 @@ A line or a device that cannot be used: one line with the reason.
   kelvo-spidev: KELVO_SIM_KERNEL: "chip=x" is not a setting of the simulated kernel
   = 2
 
+The same for a device that does not exist or belongs to others, and for a controller that never ends a transfer.
+
+  $ air '"board": {"spi_enabled": false}'; run -b D
+  kelvo-spidev: /dev/spidev0.0: No such file or directory; enable SPI with raspi-config
+  Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  $ air '"board": {"registers": false}'; run -b D
+  kelvo-spidev: /dev/spidev0.0: Permission denied; join the group spi
+  Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
+  $ air '"faults": [{"transaction": 3, "bus": "never_done"}]'; run -b D; air
+  kelvo-spidev: /dev/spidev0.0: Connection timed out
+  Could not power up the Si468x
+  Si468x is not booted up, no firmware loaded. Please use the command boot first.
+  
+
 A transfer that fails receives zeros.
 
   $ kernel unbound=2; KELVO_TRACE=board run -b D | head -n 1; kernel; grep 'spi POWER_UP' board | sed 's/.* < //'

@@ -26,8 +26,12 @@ run() {
 said() { [ "$1" = 0 ] || echo "= $1"; }
 
 # wire OPTION...: the same, and between its texts what happens on the board: commands with their bytes, reads with their
-# lengths, waits in microseconds, pins.
-wire() {
+# lengths, waits in microseconds, the level of the reset line.
+wire() { wire_and_pins "$@" | sed -E '/^pin (23 [^lh]|7 |8 |9 |10 |11 )/d'; }
+
+# wire_and_pins OPTION...: the same with every event of a pin. Those differ between the simulated board's registers and a
+# kernel: see direct.t and kernel.t.
+wire_and_pins() {
   KELVO_SIM_TRACE=/dev/stdout kelvo-sim "$@" 2>&1 |
     sed '1,/^SPI bus enabled/d' | sed 1d |
     sed -E 's/^ +[0-9]+\.[0-9]+ (spi|wait|pin|fault|refused|mistake|total) /\1 /

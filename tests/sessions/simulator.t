@@ -163,11 +163,3 @@ The trace: one line for each event, and totals.
   $ echo mine > notes; KELVO_SIM_TRACE=notes run -d | head -n 1; cat notes
   kelvo-sim: notes: the trace cannot be written: it exists and is not a trace
   mine
-
-A program that waits for something that never happens is stopped.
-
-  $ air '"faults": [{"transaction": 3, "bus": "never_done"}]'
-  $ kelvo-sim -b D | tail -n 1; echo "= ${PIPESTATUS[0]}"
-  kelvo-sim: board: the host reads SPI0 registers without end: no byte moves and no time passes
-  
-  = 3

@@ -105,11 +105,6 @@ What each action sends, how long it waits, and what it prints.
   $ wire -k
   read 7
   pin 23 low
-  pin 7 input
-  pin 8 input
-  pin 9 input
-  pin 10 input
-  pin 11 input
   Si468x shut down
   
 
