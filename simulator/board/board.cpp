@@ -4,6 +4,8 @@
 
 #include <bcm2835.h>
 
+#include <utility>
+
 namespace sim {
 
 namespace {
@@ -134,6 +136,8 @@ void Board::wait(Time span) {
 
 Board_state Board::state() const {
   Board_state state{.chip = chip_.state()};
+  if (has_fading(broadcast_))
+    state.on_air_ms = static_cast<uint64_t>(std::chrono::floor<std::chrono::milliseconds>(clock_.on_air()).count());
   for (size_t number = 0; number < pins_.size(); ++number) {
     const Pin_state& pin = pins_[number];
     if (pin.function != 0 || pin.pull != 0 || pin.level) state.pins[static_cast<uint16_t>(number)] = pin;
@@ -141,8 +145,11 @@ Board_state Board::state() const {
   return state;
 }
 
-// The reset line follows the chip, so that a state that names only the chip's mode is whole.
+// The reset line follows the chip, so that a state that names only the chip's mode is whole. What was in progress is
+// completed without events: nothing of it happens now.
 void Board::restore(const Board_state& state) {
+  const Observers observers = std::exchange(observers_, {});
+  clock_.set_on_air(std::chrono::milliseconds(state.on_air_ms));
   pins_ = {};
   for (const auto& [number, pin] : state.pins) pins_.at(number) = pin;
   if (state.chip.mode != Mode::reset) {
@@ -153,6 +160,7 @@ void Board::restore(const Board_state& state) {
   }
   chip_.restore(state.chip);
   controller_.reset();
+  observers_ = observers;
 }
 
 }  // namespace sim

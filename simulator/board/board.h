@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The simulated board.
 #pragma once
 
 #include <array>
@@ -19,7 +20,6 @@
 #include "simulator/broadcast/broadcast.h"
 #include "simulator/chip/chip.h"
 #include "simulator/chip/clock.h"
-#include "simulator/chip/observer.h"
 #include "trace/totals.h"
 
 namespace sim {

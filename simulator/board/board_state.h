@@ -18,6 +18,7 @@ struct Pin_state {
 /// All that a board keeps while no program runs.
 struct Board_state {
   Chip_state chip{};
+  uint64_t on_air_ms = 0;                ///< the board's time, where a signal changes with it
   std::map<uint16_t, Pin_state> pins{};  ///< by GPIO number, those that were ever set up
 };
 

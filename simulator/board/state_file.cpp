@@ -12,6 +12,7 @@ namespace sim {
 
 constexpr size_t most_frequencies = 255;
 constexpr uint16_t last_pin = 53;
+constexpr int64_t longest_ms = 1'000'000'000'000;  // decades; in nanoseconds 64 bits hold centuries
 
 constexpr std::pair<Mode, std::string_view> modes[] = {{Mode::reset, "reset"},
                                                        {Mode::waiting, "waiting"},
@@ -72,6 +73,7 @@ static void members(Json_members& json, Board_state& state) {
   json("properties", chip.properties);
   if (!json.writing() || chip.mode == Mode::dab) json("dab", chip.dab);
   if (!json.writing() || chip.mode == Mode::fm) json("fm", chip.fm);
+  if (!json.writing() || state.on_air_ms != 0) json("on_air_ms", state.on_air_ms, 0, longest_ms);
   json("pins", state.pins, last_pin);
 }
 

@@ -2,6 +2,8 @@
 // Questions about what is on the air.
 #include "simulator/broadcast/broadcast.h"
 
+#include <algorithm>
+
 namespace sim {
 
 const std::vector<uint32_t>& band_iii_frequencies() {
@@ -39,6 +41,11 @@ size_t user_applications_size(const Component& component) {
   size_t size = 0;
   for (const User_application& application : component.user_applications) size += application_size(application);
   return size;
+}
+
+bool has_fading(const Broadcast& air) {
+  const auto fades = [](const auto& sender) { return !sender.fading.empty(); };
+  return std::ranges::any_of(air.ensembles, fades) || std::ranges::any_of(air.fm.stations, fades);
 }
 
 const Ensemble* ensemble_on(const Broadcast& air, uint32_t khz) {

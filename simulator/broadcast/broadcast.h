@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "simulator/broadcast/fading.h"
+
 namespace sim {
 
 /// What is on the air around the simulated board, in radio terms. Plain records: a broadcast file is read into them,
@@ -106,6 +108,7 @@ inline constexpr uint32_t largest_list_size = 4089;
 struct Ensemble {
   uint8_t index = 0;  ///< in Broadcast::frequencies
   Signal signal{};
+  Fading fading{};               ///< of RSSI, SNR and FIC quality, in place of the signal's own
   bool valid = true;             ///< a DAB signal is detected
   bool acquired = true;          ///< its information can be decoded; needs `valid`
   bool frequency_info = false;   ///< information on other frequencies is sent
@@ -151,6 +154,7 @@ inline constexpr uint32_t fm_band_top = 108000;
 struct Fm_station {
   uint32_t khz = 0;  ///< in the band, a multiple of 10
   Fm_signal signal{};
+  Fading fading{};  ///< of RSSI, SNR and multipath, in place of the signal's own
   std::optional<Rds> rds{};
 };
 
@@ -176,6 +180,9 @@ struct Broadcast {
   int32_t local_offset_minutes = 60;  ///< local time of the ensembles, ahead of UTC
   Fm_band fm{};
 };
+
+/// Whether any signal changes with time.
+bool has_fading(const Broadcast& air);
 
 /// The ensemble on this frequency, null when there is none.
 const Ensemble* ensemble_on(const Broadcast& air, uint32_t khz);

@@ -38,11 +38,30 @@ static void members(Json_members& json, Signal& signal) {
   json("rssi_low", signal.rssi_low);
 }
 
+// `quality` is the key of the third value.
+static Fading read_fading(const Json_reader& json, std::string_view quality, uint8_t best) {
+  constexpr size_t most_points = 1000;
+  Fading fading;
+  for (const Json_reader& entry : json.elements(most_points)) {
+    entry.expect_keys({"at_s", "rssi", "snr", quality});
+    fading.push_back({.at_s = static_cast<uint32_t>(entry.at("at_s").whole_number(0, 1'000'000)),
+                      .rssi = static_cast<int8_t>(entry.at("rssi").whole_number(INT8_MIN, INT8_MAX)),
+                      .snr = static_cast<int8_t>(entry.at("snr").whole_number(INT8_MIN, INT8_MAX)),
+                      .quality = static_cast<uint8_t>(entry.at(quality).whole_number(0, best))});
+    const size_t last = fading.size() - 1;
+    if (last == 0 ? fading[0].at_s != 0 : fading[last].at_s <= fading[last - 1].at_s)
+      entry.at("at_s").fail("the times begin at 0 and ascend");
+  }
+  if (fading.size() < 2) json.fail("a fading has two points or more");
+  return fading;
+}
+
 // The name is for the reader of the file: the chip does not report it.
 static void members(Json_members& json, Ensemble& ensemble) {
   json.need("index", ensemble.index);
   json("name", [](const Json_reader& name) { static_cast<void>(name.text()); });
   json.need("signal", ensemble.signal);
+  json("fading", [&](const Json_reader& fading) { ensemble.fading = read_fading(fading, "fic_quality", 100); });
   json("valid", [&](const Json_reader& valid) { ensemble.acquired = ensemble.valid = valid.truth(); });
   json("acquired", ensemble.acquired);
   json("frequency_info", ensemble.frequency_info);
@@ -114,6 +133,7 @@ static void members(Json_members& json, Rds& rds) {
 static void members(Json_members& json, Fm_station& station) {
   json.need("khz", station.khz, fm_band_bottom, fm_band_top);
   json.need("signal", station.signal);
+  json("fading", [&](const Json_reader& fading) { station.fading = read_fading(fading, "multipath", UINT8_MAX); });
   json("rds", station.rds);
 }
 

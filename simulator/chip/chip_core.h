@@ -23,8 +23,8 @@ struct Chip_core {
   Mode mode = Mode::reset;  ///< a command that changes it takes effect when clear-to-send comes
   Bootloader bootloader{};
   Properties properties{};
-  Dab_receiver dab{air, observer};
-  Fm_receiver fm{air, observer};
+  Dab_receiver dab{air, clock, observer};
+  Fm_receiver fm{air, clock, observer};
 };
 
 }  // namespace sim

@@ -13,6 +13,9 @@ using trace::Time;
 class Clock {
  public:
   Time now() const { return now_; }
+  /// Time on the air: it goes on from run to run.
+  Time on_air() const { return earlier_ + now_; }
+  void set_on_air(Time time) { earlier_ = time - now_; }
 
   void advance(Time span) {
     now_ += span;
@@ -26,7 +29,8 @@ class Clock {
   void sleep(Time span);
 
   Time now_{};
-  Time owed_{};  // passed on the board, not yet slept
+  Time earlier_{};  // on the air, before this run
+  Time owed_{};     // passed on the board, not yet slept
   bool realtime_ = false;
 };
 

@@ -11,6 +11,9 @@ using namespace std::chrono_literals;
 
 constexpr Time tune_with_signal = 180ms;
 constexpr Time tune_without_signal = 250ms;
+// Where a fading signal is lost and found.
+constexpr int detectable_rssi = 20;  // dBµV
+constexpr unsigned readable_fic_quality = 30;
 constexpr Time long_ago = 24h;  // anything that was in progress is over by now
 
 }  // namespace
@@ -38,6 +41,7 @@ void Dab_receiver::hold_tune() {
 
 void Dab_receiver::settle(Time now) {
   if (state_.tuning && now >= tune_over_) finish_tune();
+  note_acquisition();
   if (!acquired()) return;
   const std::vector<Service_list>& lists = ensemble()->lists;
   while (state_.lists_arrived < lists.size() && now >= tune_over_ + lists[state_.lists_arrived].after) {
@@ -49,13 +53,22 @@ void Dab_receiver::settle(Time now) {
   }
 }
 
+// A fading signal is lost and found without a tune.
+void Dab_receiver::note_acquisition() {
+  if (ensemble() == nullptr || ensemble()->fading.empty() || state_.tuning || acquired() == was_acquired_) return;
+  was_acquired_ = acquired();
+  state_.status_interrupts |= digrad_acquired;
+  observer_.event(clock_.now(), event::chip, was_acquired_ ? "ensemble acquired" : "ensemble lost");
+}
+
 void Dab_receiver::finish_tune() {
   state_.tuning = false;
   state_.tune_complete = true;
   observer_.event(tune_over_, event::chip,
                   "tune ended at " + std::to_string(tuned_khz()) + " kHz, " +
                       (acquired() ? "ensemble acquired" : "no ensemble acquired"));
-  const Signal& received = signal();
+  const Signal received = signal();
+  was_acquired_ = acquired();
   unsigned interrupts = 0;
   if (received.hardmute) interrupts |= digrad_hardmute;
   if (received.fic_error) interrupts |= digrad_fic_error;
@@ -80,9 +93,17 @@ uint32_t Dab_receiver::tuned_khz() const {
 
 const Ensemble* Dab_receiver::ensemble() const { return state_.tuned_index ? ensemble_on(air_, tuned_khz()) : nullptr; }
 
-const Signal& Dab_receiver::signal() const {
+Signal Dab_receiver::signal() const {
   const Ensemble* there = ensemble();
-  return there != nullptr && !state_.tuning ? there->signal : air_.noise;
+  if (there == nullptr || state_.tuning) return air_.noise;
+  if (there->fading.empty()) return there->signal;
+  Signal received = there->signal;
+  const Fade_point now = signal_at(there->fading, clock_.on_air());
+  received.rssi = now.rssi;
+  received.snr = now.snr;
+  received.fic_quality = now.quality;
+  received.hardmute |= now.quality < readable_fic_quality;
+  return received;
 }
 
 uint16_t Dab_receiver::antenna_cap() const {
@@ -91,10 +112,14 @@ uint16_t Dab_receiver::antenna_cap() const {
 
 bool Dab_receiver::valid() const {
   const Ensemble* there = ensemble();
-  return there != nullptr && !state_.tuning && there->valid;
+  return there != nullptr && !state_.tuning && there->valid &&
+         (there->fading.empty() || signal().rssi >= detectable_rssi);
 }
 
-bool Dab_receiver::acquired() const { return valid() && ensemble()->acquired; }
+bool Dab_receiver::acquired() const {
+  return valid() && ensemble()->acquired &&
+         (ensemble()->fading.empty() || signal().fic_quality >= readable_fic_quality);
+}
 
 bool Dab_receiver::frequency_info() const { return acquired() && ensemble()->frequency_info; }
 
@@ -153,6 +178,7 @@ void Dab_receiver::restore(const Dab_state& state, Time now) {
     return;
   }
   tune_over_ = now - long_ago;
+  was_acquired_ = acquired();
   settle(now);
 }
 

@@ -33,7 +33,8 @@ inline constexpr unsigned event_service_list = 0x01;
 /// The DAB application's receiver: what it is tuned to, what it has decoded so far and which components it plays.
 class Dab_receiver {
  public:
-  Dab_receiver(const Broadcast& air, Observer& observer) : air_(air), observer_(observer) {}
+  Dab_receiver(const Broadcast& air, const Clock& clock, Observer& observer)
+      : air_(air), clock_(clock), observer_(observer) {}
 
   void reset();
   /// Completes whatever is due by now.
@@ -54,7 +55,7 @@ class Dab_receiver {
   uint8_t tuned_index() const { return state_.tuned_index.value_or(0); }
   uint16_t antenna_cap() const;
   /// What is received now; that of an empty frequency until the tune is over.
-  const Signal& signal() const;
+  Signal signal() const;
   bool valid() const;
   bool acquired() const;
   unsigned status_interrupts() const { return state_.status_interrupts; }
@@ -87,12 +88,15 @@ class Dab_receiver {
  private:
   const Ensemble* ensemble() const;
   void finish_tune();
+  void note_acquisition();
   size_t packets_left(const Running_service& running) const;
 
   const Broadcast& air_;
+  const Clock& clock_;
   Observer& observer_;
   Dab_state state_{.tune_complete = false};
-  Time tune_over_{};  // when the tune is, or was, complete
+  Time tune_over_{};           // when the tune is, or was, complete
+  bool was_acquired_ = false;  // with a fading: at the last look
 };
 
 }  // namespace sim

@@ -73,7 +73,7 @@ Answer dab_tune_freq(Chip_core& chip, Bytes command) {
 Answer dab_digrad_status(Chip_core& chip, Bytes command) {
   if ((command[1] & ~(acknowledge_status | acknowledge_tune)) != 0) return refuse("unknown bits in the argument byte");
   Dab_receiver& dab = chip.dab;
-  const Signal& signal = dab.signal();
+  const Signal signal = dab.signal();
   unsigned present = 0;
   if (signal.hardmute) present |= digrad_hardmute;
   if (signal.fic_error) present |= digrad_fic_error;

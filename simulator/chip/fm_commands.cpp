@@ -45,7 +45,7 @@ Answer fm_seek_start(Chip_core& chip, Bytes command) {
 Answer fm_rsq_status(Chip_core& chip, Bytes command) {
   if ((command[1] & ~(acknowledge_signal | acknowledge_seek)) != 0) return refuse("unknown bits in the argument byte");
   Fm_receiver& fm = chip.fm;
-  const Fm_signal& signal = fm.signal();
+  const Fm_signal signal = fm.signal();
   std::vector<uint8_t> response;
   put8(response, fm.signal_interrupts());
   put8(response, (fm.band_limit() ? 0x80U : 0U) | (signal.hd_detected ? 0x20U : 0U) |
@@ -66,6 +66,7 @@ Answer fm_rsq_status(Chip_core& chip, Bytes command) {
   return {.response = response};
 }
 
+// An assumption: only the length of this reply is known.
 //   byte 4   .......G        G a group is there
 //   byte 5   ...TP.S.        T type valid, P identification valid, S synchronised
 //   byte 6   ..TPPPPP        T traffic programme, P programme type

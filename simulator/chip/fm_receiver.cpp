@@ -59,7 +59,7 @@ void Fm_receiver::settle(Time now) {
 void Fm_receiver::arrive() {
   state_.seeking = false;
   state_.seek_complete = true;
-  const Fm_signal& received = signal();
+  const Fm_signal received = signal();
   unsigned interrupts = 0;
   if (received.snr_high) interrupts |= fm_snr_high;
   if (received.snr_low) interrupts |= fm_snr_low;
@@ -68,9 +68,16 @@ void Fm_receiver::arrive() {
   state_.signal_interrupts = static_cast<uint8_t>(interrupts);
 }
 
-const Fm_signal& Fm_receiver::signal() const {
+Fm_signal Fm_receiver::signal() const {
   const Fm_station* station = fm_station_on(air_, state_.khz);
-  return station != nullptr && !state_.seeking ? station->signal : air_.fm.noise;
+  if (station == nullptr || state_.seeking) return air_.fm.noise;
+  if (station->fading.empty()) return station->signal;
+  Fm_signal received = station->signal;
+  const Fade_point now = signal_at(station->fading, clock_.on_air());
+  received.rssi = now.rssi;
+  received.snr = now.snr;
+  received.multipath = now.quality;
+  return received;
 }
 
 const Rds* Fm_receiver::rds() const {

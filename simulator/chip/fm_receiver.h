@@ -20,7 +20,8 @@ inline constexpr unsigned fm_rssi_low = 0x01;
 /// The FM application's receiver.
 class Fm_receiver {
  public:
-  Fm_receiver(const Broadcast& air, Observer& observer) : air_(air), observer_(observer) {}
+  Fm_receiver(const Broadcast& air, const Clock& clock, Observer& observer)
+      : air_(air), clock_(clock), observer_(observer) {}
 
   void reset();
   /// Completes whatever is due by now.
@@ -36,7 +37,7 @@ class Fm_receiver {
 
   uint32_t khz() const { return state_.khz; }
   bool band_limit() const { return state_.band_limit; }
-  const Fm_signal& signal() const;
+  Fm_signal signal() const;
   unsigned signal_interrupts() const { return state_.signal_interrupts; }
   void acknowledge_signal() { state_.signal_interrupts = 0; }
 
@@ -58,6 +59,7 @@ class Fm_receiver {
   void arrive();
 
   const Broadcast& air_;
+  const Clock& clock_;
   Observer& observer_;
   Fm_state state_{};
   Time over_{};

@@ -11,7 +11,7 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 
 set(share ${WORK_DIR}/prefix/share)
 set(completions ${share}/bash-completion/completions)
-set(broadcasts default suburb village faults)
+set(broadcasts default suburb house village faults)
 list(TRANSFORM broadcasts PREPEND ${share}/doc/kelvo/broadcasts/)
 list(TRANSFORM broadcasts APPEND .json)
 foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}/man/man1/kelvo-sim.1

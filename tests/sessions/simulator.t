@@ -102,9 +102,27 @@ The files in docs/simulator.md are valid.
   
   2016-3-7T9:5:0Z
 
+  $ json 2 > air.json
+  $ run -b D -f 33 -d -j | grep -E '"(rssi|snr|FIC_quality|cnr)"'
+  "rssi": 42,
+  "snr": 19,
+  "FIC_quality": 77,
+  "cnr": 22,
+
+The points of a fading begin at 0, ascend and are two or more.
+
+  $ fading() { echo '{"ensembles": [{"index": 1, "signal": {}, "fading": ['"$1"']}]}' | refused; }
+  $ point() { echo '{"at_s": '"$1"', "rssi": 1, "snr": 1, "fic_quality": 1}'; }
+  $ fading "$(point 0)"
+  /ensembles/0/fading: a fading has two points or more
+  $ fading "$(point 1), $(point 2)"
+  /ensembles/0/fading/0/at_s: the times begin at 0 and ascend
+  $ fading "$(point 0), $(point 3), $(point 3)"
+  /ensembles/0/fading/2/at_s: the times begin at 0 and ascend
+
 Its two non-ASCII labels decode to the same name, each in its character set.
 
-  $ json 2 > air.json; run -b D -f 33 -g | LC_ALL=C sed -n 's/\x99/\xc3\xbc/; s/\x8d/\xc3\x9f/; s/ *",$//; /Label/p'
+  $ json 3 > air.json; run -b D -f 33 -g | LC_ALL=C sed -n 's/\x99/\xc3\xbc/; s/\x8d/\xc3\x9f/; s/ *",$//; /Label/p'
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
 
