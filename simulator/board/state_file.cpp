@@ -79,6 +79,11 @@ static void members(Json_members& json, Board_state& state) {
 
 std::string format_state(const Board_state& state) { return Json_members::write(state).dump(2) + "\n"; }
 
+bool begins_as_state(std::string_view text) {
+  constexpr std::string_view start = "{\n  \"command_error\": ";  // the members are in alphabetical order
+  return start.starts_with(text.substr(0, start.size()));
+}
+
 Board_state parse_state(std::string_view text, const std::string& name) {
   const Json_file parsed = parse_json(text, name);
   Board_state state;

@@ -23,10 +23,11 @@ uint32_t offset_of(const volatile uint32_t* address) {
 
 volatile uint32_t* bcm2835_spi0 = spi0_addresses;
 
-int bcm2835_init(void) { return sim::current_board().open() ? 1 : 0; }
+int bcm2835_init(void) { return sim::open_board() && sim::current_board().open() ? 1 : 0; }
 
 int bcm2835_close(void) {
   sim::current_board().close();
+  sim::close_board();
   return 1;
 }
 

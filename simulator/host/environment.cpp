@@ -2,6 +2,8 @@
 // The board that the environment's variables describe.
 #include "simulator/host/environment.h"
 
+#include <sys/stat.h>
+
 #include <charconv>
 #include <cstdlib>
 #include <filesystem>
@@ -57,48 +59,85 @@ std::optional<size_t> trace_bytes() {
   return bytes;
 }
 
-// Where the state is kept; empty: nowhere.
-std::string state_path() {
-  if (std::string path = variable("KELVO_SIM_STATE"); !path.empty()) return path;
+// Where the state is kept by default. Directories below the home are the user's own; a home that does not exist is not
+// created.
+std::string default_state_path() {
   std::filesystem::path directory = variable("XDG_STATE_HOME");
-  if (directory.empty()) {
-    const std::string home = variable("HOME");
-    if (home.empty()) {
-      messages::print("the board's state is not kept: none of KELVO_SIM_STATE, XDG_STATE_HOME and HOME is set");
-      return {};
-    }
-    directory = std::filesystem::path(home) / ".local" / "state";
+  const std::filesystem::path home = variable("HOME");
+  if (directory.empty() && home.empty()) {
+    messages::print("the board's state is not kept: none of KELVO_SIM_STATE, XDG_STATE_HOME and HOME is set");
+    return {};
   }
+  const bool may_create = !directory.empty() || std::filesystem::is_directory(home);
+  if (directory.empty()) directory = home / ".local" / "state";
   directory /= "kelvo";
-  std::error_code ignored;  // a directory that cannot be made shows when the file is locked
-  std::filesystem::create_directories(directory, ignored);
-  return (directory / "board.json").string();
+  std::filesystem::path parent;
+  for (const std::filesystem::path& name : directory)  // one that cannot be created shows when the file is locked
+    if (may_create) static_cast<void>(mkdir((parent /= name).c_str(), S_IRWXU));
+  return directory / "board.json";
+}
+
+// Empty: nowhere.
+std::string state_path() {
+  std::string path = variable("KELVO_SIM_STATE");
+  if (path.empty()) path = default_state_path();
+  std::error_code missing;  // one of the files
+  if (!std::filesystem::is_regular_file(path, missing) ||
+      !std::filesystem::equivalent(path, variable("KELVO_SIM_TRACE"), missing))
+    return path;
+  messages::print(path + ": the board's state is not kept: the trace is written to this file");
+  return {};
+}
+
+bool open_trace(trace::File& file) {
+  const std::string path = variable("KELVO_SIM_TRACE");
+  if (path.empty()) return false;
+  const std::optional<std::string> reason = file.open(path);
+  if (reason) messages::print(path + ": the trace cannot be written: " + *reason);
+  return !reason;
 }
 
 // The board of the program, and its messages on standard error.
 class Environment : public Observer {
  public:
-  explicit Environment(Board_file files)
-      : board_(std::move(files.air), files.settings), keeper_(state_path(), messages::print) {
-    const std::optional<size_t> most_traced = trace_bytes();
+  explicit Environment(Board_file files) : board_(std::move(files.air), files.settings) {
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
     board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
-    board_.restore(keeper_.load());
-    open_trace(most_traced);
+    if (has_trace_) board_.add_observer(trace_.emplace(trace_file_, most_traced_));
     board_.add_observer(*this);
   }
 
   Board& board() { return board_; }
 
+  bool open() {
+    std::optional<Board_state> state;
+    if (!keeper_.open(state)) return false;
+    if (state) {
+      // Waits while the link was closed are time on the air, too.
+      state->on_air_ms +=
+          static_cast<uint64_t>(std::chrono::floor<std::chrono::milliseconds>(board_.now() - closed_at_).count());
+      board_.restore(*state);
+    }
+    open_ = true;
+    return true;
+  }
+
+  void close() {
+    if (open_) keeper_.save(board_.state());
+    open_ = false;
+    closed_at_ = board_.now();
+    keeper_.close();
+  }
+
+  // The state first: nobody may be left to read the messages.
   void finish() {
+    close();
     const std::vector<std::string> never_triggered = board_.never_triggered();
     if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
     std::string faults;
     for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
     if (!faults.empty()) messages::print("warning: never triggered: " + faults);
-    keeper_.save(board_.state());
-    keeper_.release();
   }
 
   void event(Time /*now*/, std::string_view kind, const std::string& what) override {
@@ -110,18 +149,14 @@ class Environment : public Observer {
   void persistent_change(Time /*now*/) override { keeper_.save(board_.state()); }
 
  private:
-  void open_trace(std::optional<size_t> most) {
-    const std::string path = variable("KELVO_SIM_TRACE");
-    if (path.empty()) return;
-    if (const std::optional<std::string> reason = trace_file_.open(path))
-      return messages::print(path + ": the trace cannot be written: " + *reason);
-    board_.add_observer(trace_.emplace(trace_file_, most));
-  }
-
+  std::optional<size_t> most_traced_ = trace_bytes();
   trace::File trace_file_;
+  bool has_trace_ = open_trace(trace_file_);
+  State_keeper keeper_{state_path()};
   std::optional<Board_trace> trace_;
   Board board_;
-  State_keeper keeper_;
+  bool open_ = false;
+  Time closed_at_{};
 };
 
 // Never destroyed: a program may end in the middle of a call to the board.
@@ -129,18 +164,25 @@ Environment* environment = nullptr;
 
 Board* chosen_board = nullptr;
 
-Board& environment_board() {
+Environment& of_program() {
   if (environment == nullptr) {
+    messages::fill_standard_streams();
     environment = new Environment(chosen_files());
     std::atexit([] { environment->finish(); });
   }
-  return environment->board();
+  return *environment;
 }
 
 }  // namespace
 
 void use_board(Board* board) { chosen_board = board; }
 
-Board& current_board() { return chosen_board != nullptr ? *chosen_board : environment_board(); }
+Board& current_board() { return chosen_board != nullptr ? *chosen_board : of_program().board(); }
+
+bool open_board() { return chosen_board != nullptr || of_program().open(); }
+
+void close_board() {
+  if (chosen_board == nullptr) of_program().close();
+}
 
 }  // namespace sim

@@ -1,30 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The file that keeps the state of a board while no program has the board open.
 #include "simulator/host/state_keeper.h"
 
 #include <fcntl.h>
-#include <sys/sysmacros.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <string_view>
+#include <utility>
 
+#include "lock/board_lock.h"
+#include "messages/messages.h"
 #include "simulator/board/state_file.h"
 #include "simulator/json/text_file.h"
 
 namespace sim {
 
 namespace {
-
-constexpr std::string_view draft_mark = ".draft-";  // then the process id of the run that writes it
-
-std::string reason(int error) { return std::strerror(error); }
-
-bool is_null_device(const struct stat& file) { return S_ISCHR(file.st_mode) && file.st_rdev == makedev(1, 3); }
 
 // The file that a path leads to, behind symbolic links; it need not exist. Of a circle any part.
 std::string behind_links(const std::string& path) {
@@ -39,133 +34,115 @@ std::string behind_links(const std::string& path) {
   return target.string();
 }
 
-// @return 0 or an error number
-int write_all(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(descriptor, text.data(), text.size());
-    if (written < 0 && errno != EINTR) return errno;
-    if (written > 0) text.remove_prefix(static_cast<size_t>(written));
-  }
-  return 0;
+[[noreturn]] void fail(const std::string& file, const std::string& what) {
+  throw File_error(file, what + ": " + std::strerror(errno));
+}
+
+bool is_same_file(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
+bool is_unchanged(const struct stat& a, const struct stat& b) {
+  return is_same_file(a, b) && a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+         a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
 }  // namespace
 
-State_keeper::State_keeper(std::string path, std::function<void(const std::string&)> complain)
-    : name_(std::move(path)), target_(behind_links(name_)), complain_(std::move(complain)), keeping_(!name_.empty()) {}
+State_keeper::State_keeper(std::string path)
+    : name_(std::move(path)), target_(behind_links(name_)), keeping_(!name_.empty() && target_ != "/dev/null") {}
 
-void State_keeper::stop(const std::string& fault) {
-  keeping_ = false;
-  complain_(name_ + ": " + fault);
-}
-
-Board_state State_keeper::load() {
-  if (!keeping_ || !find_file()) return {};
-  if (lock() && !find_file()) return {};  // it may have changed during the wait
-  return replaced_ ? read() : Board_state{};
-}
-
-// Notes what is there. @return whether it can be read and replaced
-bool State_keeper::find_file() {
-  constexpr const char* consequence = "; the chip starts in reset and its state is not kept";
-  struct stat found {};
-  replaced_.reset();
-  if (stat(target_.c_str(), &found) != 0) {
-    if (errno == ENOENT) return true;
-    stop("cannot be opened: " + reason(errno) + consequence);
-  } else if (is_null_device(found)) {
-    keeping_ = false;
-  } else if (!S_ISREG(found.st_mode)) {
-    stop(std::string("not a regular file") + consequence);
-  } else {
-    replaced_ = found;
-  }
-  return keeping_;
-}
-
-bool State_keeper::lock() {
-  const int error =
-      lock_.acquire(target_ + ".lock", [this] { complain_(name_ + ": waiting for another run that uses this file"); });
-  if (error != 0)
-    stop("the lock file beside it cannot be used: " + reason(error) + "; what this run changes is not kept");
-  else
-    remove_drafts_of_killed_runs();
-  return error == 0;
-}
-
-Board_state State_keeper::read() {
+bool State_keeper::open(std::optional<Board_state>& state) {
+  if (!keeping_) return true;
   try {
-    return parse_state(read_text(target_), name_);
+    bool in_use = false;
+    while (!lock(in_use)) {
+      close();
+      if (in_use) return false;
+    }
+    state = read();
   } catch (const File_error& error) {
-    set_aside(std::string(error.what()) + "; the chip starts in reset");
+    messages::print(std::string(error.what()) + "; the chip starts in reset and its state is not kept");
+    close();
+    keeping_ = false;
+  }
+  return true;
+}
+
+// Read-only: the file may be another user's, and some systems refuse O_CREAT on it. Without waiting: it may be a FIFO.
+// @return false: it is in use, or a program that had the lock before has replaced the file
+bool State_keeper::lock(bool& in_use) {
+  constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  opened_ = ::open(target_.c_str(), flags);
+  if (opened_ < 0 && errno == ENOENT) opened_ = ::open(target_.c_str(), flags | O_CREAT, 0666);
+  if (opened_ < 0 || fstat(opened_, &known_) != 0) fail(name_, "cannot be opened");
+  if (!S_ISREG(known_.st_mode)) throw File_error(name_, "not a regular file");
+  errno = lock::acquire(opened_, name_);
+  in_use = errno == EWOULDBLOCK;
+  if (errno != 0 && !in_use) fail(name_, "cannot be locked");
+  struct stat present {};
+  return !in_use && lstat(target_.c_str(), &present) == 0 && is_same_file(present, known_);
+}
+
+// A file that is new or empty, or that had to be put aside: the state of a board just switched on.
+Board_state State_keeper::read() const {
+  const std::string text = read_text(target_);
+  try {
+    return text.empty() ? Board_state{} : parse_state(text, name_);
+  } catch (const File_error& error) {
+    if (!begins_as_state(text)) throw;  // another program's file
+    const std::string kept = target_ + ".bad";
+    if (renameat2(AT_FDCWD, target_.c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) != 0)
+      fail(name_, "damaged, and cannot be renamed to " + kept);
+    messages::print(std::string(error.what()) + "; the chip starts in reset; the file is kept as " + kept);
     return {};
   }
 }
 
-// Renames the file to the first of NAME.bad, NAME.bad.2 and so on that is free.
-void State_keeper::set_aside(const std::string& fault) {
-  constexpr unsigned most_kept = 99;
-  if (!keeping_) return complain_(fault);
-  for (unsigned number = 1; number <= most_kept; ++number) {
-    const std::string suffix = number == 1 ? ".bad" : ".bad." + std::to_string(number);
-    const std::string kept = target_ + suffix;
-    if (renameat2(AT_FDCWD, target_.c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
-      return complain_(std::string(fault).append("; the file is kept as ").append(kept));
-    if (errno != EEXIST) break;
-  }
-  keeping_ = false;
-  complain_(fault + " and its state is not kept: the file cannot be renamed: " + reason(errno));
-}
-
-// Called under the lock, so that no other run is writing a draft; the check of the process covers file systems whose
-// locks do not reach other machines or containers.
-void State_keeper::remove_drafts_of_killed_runs() const {
-  const std::filesystem::path target = target_;
-  const std::string prefix = target.filename().string().append(draft_mark);
-  const std::filesystem::path directory = target.has_parent_path() ? target.parent_path() : ".";
-  std::error_code error;  // drafts that cannot be listed or removed do no harm
-  for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
-       entry.increment(error)) {
-    const std::string name = entry->path().filename().string();
-    if (!name.starts_with(prefix)) continue;
-    pid_t process = 0;
-    std::from_chars(name.data() + prefix.size(), name.data() + name.size(), process);
-    if (process <= 0 || name != prefix + std::to_string(process)) continue;
-    const bool gone = process == getpid() || (kill(process, 0) != 0 && errno == ESRCH);
-    std::error_code ignored;
-    if (gone && std::filesystem::is_regular_file(entry->symlink_status(ignored)))
-      std::filesystem::remove(entry->path(), ignored);
-  }
-}
-
 void State_keeper::save(const Board_state& state) {
-  if (!keeping_) return;
-  if (const int error = write(format_state(state)); error != 0) stop("cannot be written: " + reason(error));
-}
-
-// @return 0 or an error number
-int State_keeper::write(const std::string& text) {
-  struct stat found {};
-  if (lstat(target_.c_str(), &found) == 0) replaced_ = found;
-  if (replaced_ && !S_ISREG(replaced_->st_mode)) return EEXIST;  // made by somebody else during the run
-  const std::string draft = target_ + std::string(draft_mark) + std::to_string(getpid());
-  const int descriptor = open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor < 0) return errno;
-  if (replaced_) {  // the owner before the permissions: a change of owner may clear some
-    static_cast<void>(
-        !fchown(descriptor, replaced_->st_uid, replaced_->st_gid));  // root alone may; others own the file
-    static_cast<void>(fchmod(descriptor, replaced_->st_mode & 0777));
+  if (!keeping_ || opened_ < 0) return;
+  try {
+    write(format_state(state));
+  } catch (const File_error& error) {
+    messages::print(error.what());
+    keeping_ = false;
   }
-  int error = write_all(descriptor, text);
-  if (close(descriptor) != 0 && error == 0) error = errno;
-  if (error == 0 && std::rename(draft.c_str(), target_.c_str()) != 0) error = errno;
-  if (error != 0) unlink(draft.c_str());
-  return error;
 }
 
-void State_keeper::release() {
-  keeping_ = false;
-  lock_.release();
+// Under the lock no other run writes a draft: one that exists is a killed run's, or another program's file. The draft
+// is locked before it gets the file's name.
+void State_keeper::write(const std::string& text) {
+  struct stat present {};
+  const bool exists = lstat(target_.c_str(), &present) == 0;
+  if (exists && !is_unchanged(present, known_))
+    throw File_error(name_, "changed by another program; the board's state is not kept any more");
+  const std::string draft = target_ + ".draft";
+  std::error_code none;
+  if (std::filesystem::is_regular_file(std::filesystem::symlink_status(draft, none)) &&
+      begins_as_state(read_text(draft)))
+    unlink(draft.c_str());
+  const int descriptor = ::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) fail(draft, "cannot be written");
+  if (exists) {  // the owner before the permissions: a change of owner may clear some
+    static_cast<void>(!fchown(descriptor, present.st_uid, present.st_gid));  // root alone may; others own the file
+    static_cast<void>(fchmod(descriptor, present.st_mode & 0777));
+  }
+  errno = ENOSPC;  // of a write that ends early
+  if (flock(descriptor, LOCK_EX | LOCK_NB) == 0 &&
+      ::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
+      fstat(descriptor, &known_) == 0 && std::rename(draft.c_str(), target_.c_str()) == 0) {
+    if (written_ >= 0) ::close(written_);
+    written_ = descriptor;
+    return;
+  }
+  const int error = errno;
+  ::close(descriptor);
+  unlink(draft.c_str());
+  errno = error;
+  fail(name_, "cannot be written");
+}
+
+void State_keeper::close() {
+  for (int* const descriptor : {&opened_, &written_})
+    if (*descriptor >= 0) ::close(std::exchange(*descriptor, -1));
 }
 
 }  // namespace sim

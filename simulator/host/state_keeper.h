@@ -1,48 +1,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The file that keeps the state of a board while no program has the board open.
 #pragma once
 
 #include <sys/stat.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 
 #include "simulator/board/board_state.h"
-#include "simulator/host/run_lock.h"
 
 namespace sim {
 
-/// Keeps the state of a board in a file. From `load` to `release` no other run can use the same file.
+/// Each fault is printed as one line and ends no run: from then on the board's state is not kept.
 class State_keeper {
  public:
-  /// `path` names the file; empty or /dev/null: nothing is kept. A symbolic link is followed. `complain` receives each
-  /// fault as one line; no fault ends the run.
-  State_keeper(std::string path, std::function<void(const std::string&)> complain);
+  /// `path` names the file; empty or /dev/null: nothing is kept. A symbolic link is followed.
+  explicit State_keeper(std::string path);
+  State_keeper(const State_keeper&) = delete;
+  State_keeper& operator=(const State_keeper&) = delete;
+  ~State_keeper() { close(); }
 
-  /// Waits until no other run uses the file, then reads it. A file that is no state is renamed to NAME.bad.
-  /// @return the state; that of a board just switched on when there is none
-  Board_state load();
-  /// Replaces the file as a whole: whatever happens, it holds the old state or the new one. After a fault nothing is
-  /// written any more.
+  /// Locks the file (lock/board_lock.h), then reads it: `state` is set unless nothing is kept.
+  /// @return false when another program has the lock for longer than the limit
+  bool open(std::optional<Board_state>& state);
+  /// Replaces the file as a whole: even if the program is killed, it holds the old state or the new one.
   void save(const Board_state& state);
-  /// Lets the next run have the file. Nothing is written afterwards.
-  void release();
+  /// Lets the next program have the file.
+  void close();
 
  private:
-  void stop(const std::string& fault);
-  bool find_file();
-  bool lock();
-  Board_state read();
-  void set_aside(const std::string& fault);
-  void remove_drafts_of_killed_runs() const;
-  int write(const std::string& text);
+  bool lock(bool& in_use);
+  Board_state read() const;
+  void write(const std::string& text);
 
   std::string name_;    // as the user knows the file
   std::string target_;  // where it is, behind symbolic links
-  std::function<void(const std::string&)> complain_;
   bool keeping_;
-  std::optional<struct stat> replaced_{};  // owner and permissions that the next version gets
-  Run_lock lock_;
+  int opened_ = -1;       // as found by `open`; locked until `close`, since other programs wait for this version
+  int written_ = -1;      // the latest version, locked too
+  struct stat known_ {};  // the same, as this program last saw it
 };
 
 }  // namespace sim

@@ -93,6 +93,7 @@ int Gpio_controller::configure_line(uint32_t line, const gpio_v2_line_config& co
 // The pull first, then level and direction at once.
 void Gpio_controller::apply(uint32_t line, const gpio_v2_line_config& config) const {
   if (!wiring_.to_board) return;
+  if (wiring_.shared != nullptr) return wiring_.shared->drive_reset(level(config));
   Board& board = current_board();
   const unsigned pin = pin_of(line);
   if ((config.flags & GPIO_V2_LINE_FLAG_BIAS_PULL_UP) != 0) board.set_pin_pull(pin, BCM2835_GPIO_PUD_UP);
@@ -104,7 +105,8 @@ void Gpio_controller::apply(uint32_t line, const gpio_v2_line_config& config) co
 
 void Gpio_controller::release_line(uint32_t line) {
   consumers_.erase(line);
-  if (wiring_.to_board && !wiring_.keeps_levels) current_board().set_pin_function(pin_of(line), BCM2835_GPIO_FSEL_INPT);
+  if (wiring_.to_board && wiring_.shared == nullptr && !wiring_.keeps_levels)
+    current_board().set_pin_function(pin_of(line), BCM2835_GPIO_FSEL_INPT);
 }
 
 }  // namespace sim

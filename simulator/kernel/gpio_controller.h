@@ -8,6 +8,8 @@
 #include <map>
 #include <string>
 
+#include "simulator/kernel/shared_board.h"
+
 namespace sim {
 
 /// A GPIO controller of the kernel, and the lines that programs have requested from it.
@@ -15,9 +17,10 @@ class Gpio_controller {
  public:
   /// How its lines are wired.
   struct Wiring {
-    bool to_board = false;     ///< to the pins with the same numbers; otherwise not connected
-    uint32_t reset_line = 23;  ///< except this one: to the pin of the chip's reset
-    bool keeps_levels = true;  ///< a released line keeps driving its level; otherwise it becomes an input
+    bool to_board = false;                 ///< to the pins with the same numbers; otherwise not connected
+    uint32_t reset_line = 23;              ///< except this one: to the pin of the chip's reset
+    const Shared_board* shared = nullptr;  ///< a board in place of the program's own
+    bool keeps_levels = true;              ///< a released line keeps driving its level; otherwise it becomes an input
   };
 
   Gpio_controller(std::string label, uint32_t lines, Wiring wiring)

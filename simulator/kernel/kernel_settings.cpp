@@ -21,8 +21,11 @@ void set(Kernel_settings& settings, const std::string& word) {
   const struct {
     std::string_view name;
     std::string Kernel_settings::*member;
-  } texts[] = {
-      {"label", &Kernel_settings::label}, {"persist", &Kernel_settings::persist}, {"busy", &Kernel_settings::busy}};
+  } texts[] = {{"label", &Kernel_settings::label},
+               {"persist", &Kernel_settings::persist},
+               {"busy", &Kernel_settings::busy},
+               {"spidev", &Kernel_settings::spidev},
+               {"board", &Kernel_settings::board}};
   const struct {
     std::string_view name;
     uint32_t Kernel_settings::*member;
@@ -30,6 +33,7 @@ void set(Kernel_settings& settings, const std::string& word) {
                  {"line", &Kernel_settings::line},
                  {"bufsiz", &Kernel_settings::bufsiz},
                  {"unbound", &Kernel_settings::unbound},
+                 {"failing", &Kernel_settings::failing},
                  {"gpio_denied", &Kernel_settings::gpio_denied},
                  {"interrupted", &Kernel_settings::interrupted}};
   const size_t equals = word.find('=');

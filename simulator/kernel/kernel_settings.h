@@ -16,7 +16,10 @@ struct Kernel_settings {
   std::string persist = "Y";              ///< its driver's parameter persist_gpio_outputs; "none": it has none
   std::string busy{};                     ///< who uses the reset line; empty: nobody
   uint32_t bufsiz = 4096;                 ///< spidev's parameter
+  std::string spidev{};                   ///< the file that programs lock as /dev/spidev0.0; empty: none share it
   uint32_t unbound = 0;                   ///< number of the message at which the device is removed; 0: never
+  uint32_t failing = 0;                   ///< number of the message that fails; 0: none
+  std::string board{};                    ///< the socket of a shared board (kelvo-shared-board); empty: an own one
   uint32_t gpio_denied = 0;               ///< 1: the user may not open GPIO controllers
   uint32_t interrupted = 0;               ///< 1: a signal interrupts every second ioctl and every second sleep
 };

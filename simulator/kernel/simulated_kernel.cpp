@@ -3,6 +3,7 @@
 #include "simulator/kernel/simulated_kernel.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,10 +25,15 @@ Simulated_kernel* kernel = nullptr;
 
 // A Raspberry Pi has further controllers, for lines that are not on its connector.
 Simulated_kernel::Simulated_kernel(const Kernel_settings& settings)
-    : settings_(settings), spidev_(settings.bufsiz, settings.unbound) {
+    : settings_(settings),
+      shared_(settings.board.empty() ? std::nullopt : std::make_optional<Shared_board>(settings.board)),
+      spidev_(settings, shared_ ? &*shared_ : nullptr) {
   const auto path = [](uint32_t number) { return controller_prefix + std::to_string(number); };
   Gpio_controller pins(settings.label, 54,
-                       {.to_board = true, .reset_line = settings.line, .keeps_levels = settings.persist == "Y"});
+                       {.to_board = true,
+                        .reset_line = settings.line,
+                        .shared = shared_ ? &*shared_ : nullptr,
+                        .keeps_levels = settings.persist == "Y"});
   if (!settings.busy.empty()) pins.occupy(settings.line, settings.busy);
   controllers_.emplace(path(settings.chip), std::move(pins));
   if (settings.chip != 0) controllers_.emplace(path(0), Gpio_controller("brcmvirt-gpio", 2, {}));
@@ -45,10 +51,21 @@ int Simulated_kernel::access(const std::string& path) const {
   return !board.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
 }
 
-void Simulated_kernel::open(int descriptor, const std::string& path) {
+// Behind the descriptor is a file: the one that the programs of a board lock, or one of the program's own.
+int Simulated_kernel::open(const std::string& path) {
   const auto found = controllers_.find(path);
-  files_[descriptor] = {.controller = found != controllers_.end() ? &found->second : nullptr};
+  if (files_.empty() && !open_board()) {
+    errno = EBUSY;
+    return -1;
+  }
+  Gpio_controller* const controller = found != controllers_.end() ? &found->second : nullptr;
+  const bool shared = controller == nullptr && !settings_.spidev.empty();
+  const int descriptor = shared ? ::open(settings_.spidev.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)
+                                : memfd_create("device", MFD_CLOEXEC);
+  if (descriptor < 0) return -1;
+  files_[descriptor] = {.controller = controller};
   current_board().start_drivers();
+  return descriptor;
 }
 
 int Simulated_kernel::control(int descriptor, unsigned long request, void* argument) {
@@ -83,10 +100,16 @@ void Simulated_kernel::close(int descriptor) {
   const auto found = files_.find(descriptor);
   if (found->second.is_line) found->second.controller->release_line(found->second.line);
   files_.erase(found);
+  if (files_.empty()) close_board();
 }
 
 void Simulated_kernel::close_all() {
   while (!files_.empty()) close(files_.begin()->first);
+}
+
+void Simulated_kernel::wait(Time span) const {
+  current_board().wait(span);
+  if (shared_) shared_->wait(span);
 }
 
 std::string Simulated_kernel::parameter(const std::string& path) const {

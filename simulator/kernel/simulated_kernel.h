@@ -3,10 +3,12 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 
 #include "simulator/kernel/gpio_controller.h"
 #include "simulator/kernel/kernel_settings.h"
+#include "simulator/kernel/shared_board.h"
 #include "simulator/kernel/spidev_driver.h"
 
 namespace sim {
@@ -23,8 +25,8 @@ class Simulated_kernel {
   static bool is_device(const std::string& path);
   /// 0 if the program may open the device file; otherwise an error number.
   int access(const std::string& path) const;
-  /// From now on `descriptor` is this device file.
-  void open(int descriptor, const std::string& path);
+  /// @return a descriptor of the device file, or -1
+  int open(const std::string& path);
   bool has_open(int descriptor) const { return files_.contains(descriptor); }
   /// @return the kernel's result; a negative one is an error number
   int control(int descriptor, unsigned long request, void* argument);
@@ -33,6 +35,7 @@ class Simulated_kernel {
 
   /// The text of a module's parameter; empty if there is no such file.
   std::string parameter(const std::string& path) const;
+  void wait(Time span) const;
   /// Whether a signal interrupts this call.
   bool interrupts() { return settings_.interrupted != 0 && (++calls_ % 2) != 0; }
 
@@ -45,13 +48,14 @@ class Simulated_kernel {
   int control_controller(Gpio_controller& controller, unsigned long request, void* argument);
 
   Kernel_settings settings_;
+  std::optional<Shared_board> shared_;
   Spidev_driver spidev_;
   std::map<std::string, Gpio_controller> controllers_;  // by the path of the device file
   std::map<int, Open_file> files_{};                    // by descriptor
   unsigned calls_ = 0;
 };
 
-/// The kernel of the program, configured by its environment and created on the first call. At the end of the program it
+/// The program's kernel, configured by its environment and created on the first call. At the end of the program it
 /// closes all open files.
 Simulated_kernel& simulated_kernel();
 /// Closes one of its files; does nothing for other descriptors.

@@ -9,7 +9,6 @@
 #include <bit>
 #include <cerrno>
 #include <cstring>
-#include <vector>
 
 #include "simulator/host/environment.h"
 #include "simulator/host/spi_registers.h"
@@ -48,6 +47,7 @@ int Spidev_driver::control(unsigned long request, void* argument) {
       size % sizeof(spi_ioc_transfer) != 0)
     return -ENOTTY;
   ++messages_;
+  if (messages_ == failing_) return -EIO;
   return message(static_cast<const spi_ioc_transfer*>(argument), size / sizeof(spi_ioc_transfer));
 }
 
@@ -79,21 +79,34 @@ void Spidev_driver::set_up(const spi_ioc_transfer& transfer) const {
 int Spidev_driver::message(const spi_ioc_transfer* transfers, uint32_t count) {
   if (const int error = check(transfers, count); error != 0) return error;
   if (count == 0) return 0;
-  set_up(transfers[0]);
-  open_transaction();
-  uint32_t total = 0;
+  std::vector<uint8_t> bytes;
   for (const spi_ioc_transfer* transfer = transfers; transfer != transfers + count; ++transfer) {
-    std::vector<uint8_t> bytes(transfer->len);
     const auto* const sent = user_memory<const uint8_t*>(transfer->tx_buf);
-    if (sent != nullptr) std::copy_n(sent, transfer->len, bytes.data());
-    move_bytes(bytes.data(), bytes.data(), transfer->len);
-    auto* const received = user_memory<uint8_t*>(transfer->rx_buf);
-    if (received != nullptr) std::copy_n(bytes.data(), transfer->len, received);
-    total += transfer->len;
+    bytes.resize(bytes.size() + transfer->len);
+    if (sent != nullptr) std::copy_n(sent, transfer->len, bytes.end() - transfer->len);
   }
+  if (!exchange(bytes, transfers[0])) return -ETIMEDOUT;
+  const uint8_t* received = bytes.data();
+  for (const spi_ioc_transfer* transfer = transfers; transfer != transfers + count; ++transfer) {
+    auto* const buffer = user_memory<uint8_t*>(transfer->rx_buf);
+    if (buffer != nullptr) std::copy_n(received, transfer->len, buffer);
+    received += transfer->len;
+  }
+  return static_cast<int>(bytes.size());
+}
+
+// @return false: the controller is not done
+bool Spidev_driver::exchange(std::vector<uint8_t>& bytes, const spi_ioc_transfer& first) const {
+  if (shared_ != nullptr) {
+    shared_->transfer(bytes);
+    return true;
+  }
+  set_up(first);
+  open_transaction();
+  move_bytes(bytes.data(), bytes.data(), static_cast<uint32_t>(bytes.size()));
   const bool done = transfer_done();
   close_transaction();
-  return done ? static_cast<int>(total) : -ETIMEDOUT;
+  return done;
 }
 
 }  // namespace sim

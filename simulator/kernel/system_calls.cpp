@@ -21,15 +21,10 @@ namespace {
 using Open = int(const char* path, int flags, mode_t mode);
 using Open_stream = FILE*(const char* path, const char* mode);
 
-int open_null() { return ::open("/dev/null", O_RDWR | O_CLOEXEC); }
-
 int open_device(const char* path) {
   sim::Simulated_kernel& kernel = sim::simulated_kernel();
   errno = kernel.access(path);
-  if (errno != 0) return -1;
-  const int descriptor = open_null();
-  if (descriptor >= 0) kernel.open(descriptor, path);
-  return descriptor;
+  return errno == 0 ? kernel.open(path) : -1;
 }
 
 FILE* open_stream(Open_stream* real, const char* path, const char* mode) {
@@ -80,7 +75,7 @@ int sleep(const timespec* span, timespec* left) {
     *left = *span;
     return EINTR;
   }
-  sim::current_board().wait(std::chrono::seconds(span->tv_sec) + std::chrono::nanoseconds(span->tv_nsec));
+  sim::simulated_kernel().wait(std::chrono::seconds(span->tv_sec) + std::chrono::nanoseconds(span->tv_nsec));
   return 0;
 }
 

@@ -14,6 +14,20 @@ Standard output closed or full: the actions are carried out anyway.
   $ kelvo-sim -f 38 > /dev/full; run -d | grep index
   Tune index:                                 38
 
+No file of the board takes the place of a closed stream.
+
+  $ KELVO_SIM_TRACE=trace kelvo-sim -f 38 >&-; grep -c Tuned trace
+  0
+  [1]
+
+The state is saved before the last message, whose reader may be gone.
+
+  $ faults '{"transaction": 900, "bus": "ones"}'
+  $ rm board.json; exec 9> >(true); wait $!; kelvo-sim -i > /dev/null 2>&9; exec 9>&-; grep -c '"mode": "reset"' board.json
+  1
+  $ unset KELVO_SIM_FAULTS; run -b D | head -n 1
+  Boot up successful
+
 Standard input that ends before an answer, or is closed: the questions are still asked, the file is written.
 
   $ for n in 0 1 2 3 4 5 6 7; do

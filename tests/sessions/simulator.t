@@ -126,9 +126,9 @@ Its two non-ASCII labels decode to the same name, each in its character set.
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
   "Label": "Gr\xc3\xbc\xc3\x9fe (esc)
 
-The location of the state file.
+The location of the state file. Its directories are private; a home that does not exist is not created.
 
-  $ air
+  $ air; mkdir h
   $ (unset KELVO_SIM_STATE; XDG_STATE_HOME=$PWD/x run -b D; unset XDG_STATE_HOME; HOME=$PWD/h run -b D)
   Boot up successful
   
@@ -137,6 +137,17 @@ The location of the state file.
   $ find x h -type f
   x/kelvo/board.json
   h/.local/state/kelvo/board.json
+  $ stat -c '%A %n' x x/kelvo h/.local/state h/.local/state/kelvo
+  drwx------ x
+  drwx------ x/kelvo
+  drwx------ h/.local/state
+  drwx------ h/.local/state/kelvo
+  $ (unset KELVO_SIM_STATE XDG_STATE_HOME; HOME=$PWD/none run -b D | sed "s|$PWD/||"); ls -d none
+  kelvo-sim: none/.local/state/kelvo/board.json: cannot be opened: No such file or directory; the chip starts in reset and its state is not kept
+  Boot up successful
+  
+  ls: cannot access 'none': No such file or directory
+  [2]
   $ (unset KELVO_SIM_STATE XDG_STATE_HOME HOME; run -b D)
   kelvo-sim: the board's state is not kept: none of KELVO_SIM_STATE, XDG_STATE_HOME and HOME is set
   Boot up successful

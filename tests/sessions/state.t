@@ -4,46 +4,56 @@ The state file of the simulated board: no other file is ever lost, and no run lo
   $ short() { sed "s|$PWD/||g"; }
   $ boot() { kelvo-sim -b D 2>&1 > /dev/null | short; }
 
-A file that is not a state file: the chip starts in reset, and the file is kept under another name, numbered if needed.
+A damaged state file: the chip starts in reset, and the file is kept under another name.
 
-  $ while read -r text; do
-  >   printf '%s' "$text" > board.json; run -i | short | head -n 2
-  > done << END
-  > 
-  > {
-  > [1]
-  > {"mode": 99}
-  > {"mode": "reset", "mode": "reset"}
-  > {"mode": "reset", "dab": {"loaded_frequencies": [1, "2"]}}
-  > END
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset; the file is kept as board.json.bad
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: line 1, column 2: not valid JSON; the chip starts in reset; the file is kept as board.json.bad.2
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: not an object; the chip starts in reset; the file is kept as board.json.bad.3
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /mode: not a text; the chip starts in reset; the file is kept as board.json.bad.4
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: line 1, column 19: duplicate key "mode"; the chip starts in reset; the file is kept as board.json.bad.5
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad.6
-  Si468x is not booted up, no firmware loaded. Please use the command boot first.
-  $ ls board.json*; cat board.json.bad.3
-  board.json
-  board.json.bad
-  board.json.bad.2
-  board.json.bad.3
-  board.json.bad.4
-  board.json.bad.5
-  board.json.bad.6
-  [1] (no-eol)
+  $ start='{\n  "command_error": false,\n'
+  $ for rest in '' '"mode": 99}' '"mode": "reset", "mode": "reset"}' '"mode": "reset", "properties": {"7": 1, "07": 2}}' \
+  >     '"mode": "reset", "dab": {"loaded_frequencies": [1, "2"]}}'; do
+  >   printf "$start$rest" > board.json; cp board.json damaged; boot; cmp damaged board.json.bad; rm board.json.bad; done
+  kelvo-sim: board.json: line 3, column 1: not valid JSON; the chip starts in reset; the file is kept as board.json.bad
+  kelvo-sim: board.json: /mode: not a text; the chip starts in reset; the file is kept as board.json.bad
+  kelvo-sim: board.json: line 3, column 18: duplicate key "mode"; the chip starts in reset; the file is kept as board.json.bad
+  kelvo-sim: board.json: /properties/07: the key is not a number from 0 to 65535; the chip starts in reset; the file is kept as board.json.bad
+  kelvo-sim: board.json: /dab/loaded_frequencies/1: not a whole number; the chip starts in reset; the file is kept as board.json.bad
 
-All these names are taken: the file stays where it is.
+That name is taken: the file stays where it is.
 
-  $ touch board.json.bad.{7..99}; echo mine > board.json
-  $ boot; cat board.json; rm board.json*
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset and its state is not kept: the file cannot be renamed: File exists
+  $ echo mine > board.json.bad; cp damaged board.json
+  $ boot; cmp damaged board.json; cat board.json.bad; rm board.json* damaged
+  kelvo-sim: board.json: damaged, and cannot be renamed to board.json.bad: File exists; the chip starts in reset and its state is not kept
   mine
+
+Any other file is left alone, also behind a link; so is a state file that cannot be read.
+
+  $ echo mine > notes; ln -s notes link
+  $ for name in notes link air.json /proc/self/mem; do KELVO_SIM_STATE=$name boot; done
+  kelvo-sim: notes: line 1, column 1: not valid JSON; the chip starts in reset and its state is not kept
+  kelvo-sim: link: line 1, column 1: not valid JSON; the chip starts in reset and its state is not kept
+  kelvo-sim: air.json: unknown key "chip"; the chip starts in reset and its state is not kept
+  kelvo-sim: /proc/self/mem: cannot be read: Input/output error; the chip starts in reset and its state is not kept
+  $ cat notes; ls; rm notes link
+  mine
+  air.json
+  link
+  notes
+
+A file that another program writes during the run is left alone: a scan, the trace.
+
+  $ printf '\n\n1\nx\n' | KELVO_SIM_STATE=ensemblescan_1_x.json run -b D -u | tail -n 2 | short
+  Thank you
+  kelvo-sim: ensemblescan_1_x.json: changed by another program; the board's state is not kept any more
+  $ head -n 1 ensemblescan_1_x.json; rm ensemblescan_1_x.json
+  {"content": "FullStationScan",
+  $ KELVO_SIM_TRACE=board.json boot; grep -c BOOT board.json; rm board.json
+  kelvo-sim: board.json: the board's state is not kept: the trace is written to this file
+  2
+
+A file with the chip's mode alone, or an empty one, is a state.
+
+  $ echo '{"mode": "dab"}' > board.json; run -i | grep -c Part
+  1
+  $ : > board.json; boot; grep '"mode"' board.json; rm board.json
+    "mode": "dab",
 
 /dev/null keeps nothing, even behind a link. Anything but a regular file is left alone.
 
@@ -56,8 +66,8 @@ All these names are taken: the file stays where it is.
   kelvo-sim: fifo: not a regular file; the chip starts in reset and its state is not kept
   kelvo-sim: /dev/full: not a regular file; the chip starts in reset and its state is not kept
   kelvo-sim: circle: cannot be opened: Too many levels of symbolic links; the chip starts in reset and its state is not kept
-  kelvo-sim: missing/board.json: the lock file beside it cannot be used: No such file or directory; what this run changes is not kept
-  kelvo-sim: board.json/: the lock file beside it cannot be used: No such file or directory; what this run changes is not kept
+  kelvo-sim: missing/board.json: cannot be opened: No such file or directory; the chip starts in reset and its state is not kept
+  kelvo-sim: board.json/: cannot be opened: Is a directory; the chip starts in reset and its state is not kept
   $ [ -d folder ] && [ -p fifo ] && [ -c /dev/full ] && [ -c /dev/null ] && ls
   air.json
   circle
@@ -68,11 +78,11 @@ The target of a symbolic link is replaced in its own folder and keeps its permis
 
   $ ln -s folder/real board.json; boot; ls folder; chmod 640 folder/real
   real
-  $ kelvo-sim -k > /dev/null; stat -c '%A' folder/real board.json | cut -c 1-10; echo bad > folder/real
+  $ kelvo-sim -k > /dev/null; stat -c '%A' folder/real board.json | cut -c 1-10; printf "$start" > folder/real
   -rw-r-----
   lrwxrwxrwx
   $ boot; ls folder; rm -r folder/* board.json
-  kelvo-sim: board.json: line 1, column 1: not valid JSON; the chip starts in reset; the file is kept as folder/real.bad
+  kelvo-sim: board.json: line 3, column 1: not valid JSON; the chip starts in reset; the file is kept as folder/real.bad
   real
   real.bad
 
@@ -89,17 +99,15 @@ A full disk: the old state stays, and no draft is left.
   fifo
   folder
 
-Drafts of killed runs are removed, and nothing else.
+The draft of a killed run is replaced. Another file with that name is left alone, and the state is not kept.
 
-  $ mkdir board.json.draft-999999997; touch board.json.draft-99999999{8,9} board.json.draft-$$ board.json.draft-1x board.json.1
-  $ boot; ls -d board.json* | sed "s/$$/PID/" | sort; rm -r board.json?*
+  $ head -n 1 board.json > board.json.draft; boot; ls board.json*
   board.json
-  board.json.1
-  board.json.draft-1x
-  board.json.draft-999999997
-  board.json.draft-PID
+  $ echo mine > board.json.draft; boot; cat board.json.draft; rm board.json.draft
+  kelvo-sim: board.json.draft: cannot be written: File exists
+  mine
 
-Two runs at once each change one thing: neither change is lost, and their lock file is removed.
+Two runs at once each change one thing: neither change is lost.
 
   $ for n in 1 2 3 4 5 6 7 8; do
   >   boot; kelvo-sim -l $n > /dev/null & kelvo-sim -f $n > /dev/null & wait
@@ -124,15 +132,12 @@ Two runs at once each change one thing: neither change is lost, and their lock f
   $ ls board.json*
   board.json
 
-A run that waits for another one prints a line.
+A run that waits for another one prints a line. A killed run blocks nobody.
 
-  $ flock board.json.lock sleep 2 & until [ -e board.json.lock ]; do sleep 0.01; done; boot
-  kelvo-sim: board.json: waiting for another run that uses this file
-
-The lock file of a killed run blocks nobody; a file of somebody else with that name is kept.
-
+  $ flock board.json sleep 2 & until ! flock -n board.json true; do sleep 0.01; done; boot | sed 's/process [0-9]*/PROCESS/'
+  kelvo-sim: board.json: in use by PROCESS (flock); waiting
   $ (KELVO_SIM_REALTIME=1 exec kelvo-sim -u < /dev/null > /dev/null 2>&1) & disown
-  $ until [ -e board.json.lock ]; do sleep 0.01; done; kill -s KILL $!
-  $ boot; ls board.json*; echo mine > board.json.lock; boot; cat board.json.lock
+  $ until ! flock -n board.json true; do sleep 0.01; done; kill -s KILL $!
+  $ boot; ls board.json*
   board.json
-  mine
+
