@@ -11,11 +11,10 @@
 
 namespace kernel {
 
-/// The trace of a run: the program's actions on the board, with the monotonic time since the start. Without a file
-/// nothing is written and the clock is not read.
+/// The program's actions on the board, with the monotonic time since the link was opened.
 class Board_trace {
  public:
-  /// Replaces an earlier trace at `path`; empty: no trace. Ends the program if the file cannot be written.
+  /// Replaces an earlier trace at `path`. Ends the program if the file cannot be written.
   explicit Board_trace(const std::string& path);
   Board_trace(const Board_trace&) = delete;
   Board_trace& operator=(const Board_trace&) = delete;
@@ -30,11 +29,10 @@ class Board_trace {
  private:
   trace::Time now() const;
 
-  std::string path_;
   trace::File file_;
   trace::Trace trace_{file_};
   trace::Totals totals_;
-  trace::Time start_of_run_{};
+  trace::Time opened_{};
   trace::Time start_of_transaction_{};
   std::vector<uint8_t> sent_;
 };

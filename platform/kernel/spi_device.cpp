@@ -4,11 +4,9 @@
 
 #include <linux/spi/spidev.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <string>
 
-#include "platform/kernel/errors.h"
+#include "lock/board_lock.h"
 
 namespace kernel {
 
@@ -35,27 +33,33 @@ std::string cure(int error) {
   }
 }
 
-bool succeeded(int error) {
-  if (error != 0) report(path + (": " + reason(error)) + cure(error));
-  return error == 0;
+std::optional<std::string> fault(int error) {
+  if (error == 0) return std::nullopt;
+  return path + (": " + reason(error)) + cure(error);
 }
 
 }  // namespace
 
-bool Spi_device::open() { return succeeded(file_.open(path)); }
-
-bool Spi_device::set_up() {
-  uint8_t mode = SPI_MODE_0;
-  return succeeded(file_.control(SPI_IOC_WR_MODE, mode));
+// spidev itself keeps only the bytes of one message together, not a command with its polls and its reply.
+std::optional<std::string> Spi_device::open() {
+  const int error = file_.open(path);
+  return fault(error != 0 ? error : lock::acquire(file_.descriptor(), path));
 }
 
-void Spi_device::transfer(uint8_t* bytes, uint32_t length) {
+std::optional<std::string> Spi_device::set_up() {
+  uint8_t mode = SPI_MODE_0;
+  return fault(file_.control(SPI_IOC_WR_MODE, mode));
+}
+
+std::optional<std::string> Spi_device::transfer(uint8_t* bytes, uint32_t length) {
   spi_ioc_transfer message{};
   message.tx_buf = message.rx_buf = reinterpret_cast<uintptr_t>(bytes);  // as 64 bits in every program
   message.len = length;
   message.speed_hz = speed_hz;
   message.bits_per_word = bits_per_byte;
-  if (!succeeded(file_.control(SPI_IOC_MESSAGE(1), message))) std::fill_n(bytes, length, uint8_t{0});
+  return fault(file_.control(SPI_IOC_MESSAGE(1), message));
 }
+
+std::optional<std::string> Spi_device::try_open() { return fault(Device_file().open(path)); }
 
 }  // namespace kernel

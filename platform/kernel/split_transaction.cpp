@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/kernel/errors.h"
+#include "platform/kernel/link.h"
 
 namespace kernel {
 
@@ -19,11 +19,11 @@ void Split_transaction::piece(const uint8_t* sent, uint8_t* received, uint32_t l
   if (state_ == State::empty) {
     state_ = sent[0] == 0 ? State::reads : State::writes;
     bytes_.fill(0);
-    if (state_ == State::reads) exchange_(bytes_.data(), longest_transaction);
+    if (state_ == State::reads) link_.transfer(bytes_.data(), longest_transaction);
   }
   if (length > longest_transaction - used_) {
-    report("a packet of " + std::to_string(uint64_t{used_} + length) + " bytes does not fit into a transaction of " +
-           std::to_string(longest_transaction));
+    link_.report("a packet of " + std::to_string(uint64_t{used_} + length) +
+                 " bytes does not fit into a transaction of " + std::to_string(longest_transaction));
     state_ = State::too_long;
   }
   if (state_ == State::writes) std::copy_n(sent, length, bytes_.data() + used_);
@@ -35,7 +35,7 @@ void Split_transaction::piece(const uint8_t* sent, uint8_t* received, uint32_t l
 }
 
 void Split_transaction::end() {
-  if (state_ == State::writes) exchange_(bytes_.data(), used_);
+  if (state_ == State::writes) link_.transfer(bytes_.data(), used_);
   begin();
 }
 

@@ -33,6 +33,10 @@ The controller is found by its label, whatever its number.
        18 
         9 Boot up successful
         9 Si468x shut down
+  $ kernel chip=63; run -b F; kernel chip=64; run -b F | head -n 1
+  Boot up successful
+  
+  kelvo-spidev: no GPIO controller of a Raspberry Pi; name the reset line, as in KELVO_RESET=gpiochip1:17
   $ kernel label=pinctrl-bcm27; run -b D
   kelvo-spidev: no GPIO controller of a Raspberry Pi; name the reset line, as in KELVO_RESET=gpiochip1:17
   Could not power up the Si468x
@@ -64,7 +68,7 @@ KELVO_RESET names the line of another board. An invalid value ends the run befor
   kelvo-spidev: .: the trace cannot be written: Is a directory
   = 2
 
-A kernel that does not keep the level of a released line: the chip goes into reset unless the board's pull prevents it.
+A kernel that does not keep the level of a released line, or has no parameter for it: the chip goes into reset unless the board's pull prevents it.
 
   $ kernel persist=N; pins -b D
   kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: /sys/module/pinctrl_bcm2835/parameters/persist_gpio_outputs is N
@@ -78,6 +82,10 @@ A kernel that does not keep the level of a released line: the chip goes into res
   $ run -t
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
+  $ kernel label=pinctrl-bcm2835 persist=none; run -b D | head -n 1
+  kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: this kernel has no /sys/module/pinctrl_bcm2835/parameters/persist_gpio_outputs
+  $ kernel label=pinctrl-other persist=N line=17; KELVO_RESET=gpiochip0:17 run -b D | head -n 1
+  Boot up successful
   $ kernel label=pinctrl-rp1 persist=N; pins -b D
   kelvo-spidev: warning: after this run only a pull resistor keeps the level of the reset line: /sys/module/pinctrl_rp1/parameters/persist_gpio_outputs is N
   Boot up successful
@@ -91,11 +99,12 @@ A kernel that does not keep the level of a released line: the chip goes into res
 
 A line or a device that cannot be used: one line with the reason.
 
-  $ kernel busy=$'lirc\e[8m'; KELVO_TRACE=board run -b D; grep pin board
+  $ kernel busy=$'lirc\e[8m'; KELVO_TRACE=board run -b D; grep -cE 'pin|spi' board
   kelvo-spidev: /dev/gpiochip0: line 23: Device or resource busy; "lirc?[8m" uses it
   Could not power up the Si468x
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
+  0
   [1]
   $ kernel gpio_denied=1; run -b D; KELVO_RESET=gpiochip0:23 run -k
   kelvo-spidev: /dev/gpiochip0: Permission denied; join the group gpio
@@ -106,7 +115,7 @@ A line or a device that cannot be used: one line with the reason.
   
   $ kernel bufsiz=2048; run -b D
   kelvo-spidev: /dev/spidev0.0: Message too long; set the parameter bufsiz of the module spidev to 4096 or more
-  Boot up failed
+  Patch not transmitted successfully
   
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
@@ -141,11 +150,24 @@ The same for a device that does not exist or belongs to others, and for a contro
   Si468x is not booted up, no firmware loaded. Please use the command boot first.
   
 
-A transfer that fails receives zeros.
+A transfer that fails receives zeros; then the chip is out of reach, and the run ends soon. So a boot is never reported
+that lacks a part of an image.
 
-  $ kernel unbound=2; KELVO_TRACE=board run -b D | head -n 1; kernel; grep 'spi POWER_UP' board | sed 's/.* < //'
-  kelvo-spidev: /dev/spidev0.0: Cannot send after transport endpoint shutdown; the device was removed from its driver, start again when it is back
-  00*16
+  $ kernel failing=1; KELVO_TRACE=board run -b D | head -n 1; sed -n 's/^.* spi //p; s/.* total wait/wait/p' board
+  kelvo-spidev: /dev/spidev0.0: Input/output error
+  POWER_UP 16 > 01 00 1f 7f 00 f8 24 01 20 10 00 00 00 18 00 00 < 00*16
+  wait 250000.000
+  $ for n in 4 6 8; do kernel failing=$n; run -b D | sed -n 2p; done
+  Patch not transmitted successfully
+  Patch not transmitted successfully
+  Patch not transmitted successfully
+  $ kernel; run -b D >/dev/null; kernel failing=2; run -f 2
+  kelvo-spidev: /dev/spidev0.0: Input/output error
+  Could not tune to frequency
+  
+  $ kernel unbound=2; yes '' | head | KELVO_SIM_TRACE=scan run -u >/dev/null; kernel
+  $ awk '/total wait/ { print ($4 < 3e6 ? "at most" : "more than"), "3 s" }' scan
+  at most 3 s
 
 Signals interrupt no transfer and shorten no wait.
 

@@ -1,12 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The system's calls as a link to a board needs them: files, time, reasons.
 #pragma once
 
 #include <sys/ioctl.h>
 
 #include <cerrno>
+#include <chrono>
 #include <string>
 
 namespace kernel {
+
+/// The system's text for an error number.
+std::string reason(int error);
+
+/// The monotonic clock.
+std::chrono::nanoseconds now();
+
+/// Sleeps for at least `span`; signals do not shorten it.
+void sleep(std::chrono::nanoseconds span);
 
 /// An open device file, or none. It is closed with the object.
 class Device_file {
@@ -24,6 +35,7 @@ class Device_file {
   int open(const std::string& path);
   void close();
   bool is_open() const { return descriptor_ >= 0; }
+  int descriptor() const { return descriptor_; }
 
   /// One ioctl, repeated when a signal interrupts it. @return 0 or an error number
   template <typename Argument>
