@@ -9,5 +9,5 @@ The production program on a machine that is not a Raspberry Pi.
   you may use, share and change it under its terms: <https://www.gnu.org/licenses/>.
   It comes with NO WARRANTY, to the extent permitted by law.
   
-  kelvo: /proc/device-tree/compatible cannot be read: not a Raspberry Pi, or a container that hides it; to try without a board, run kelvo-sim
+  kelvo: /proc/device-tree/compatible cannot be read: not a Raspberry Pi, or a container that hides it; use kelvo-sim, in a program of your own si468x::simulator
   Error initializing SPI bus. Check that SPI is enabled and that /dev/spidev0.0 exists
