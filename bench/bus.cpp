@@ -15,6 +15,7 @@
 #include "frontend/boot.h"
 #include "frontend/reports.h"
 #include "frontend/tuning.h"
+#include "live/sample.h"
 #include "scan/ensemble_list.h"
 #include "si468x/si468x.h"
 #include "simulator/host/environment.h"
@@ -77,6 +78,7 @@ Cost poll(Time time) {
 }
 
 const Cost digrad_status = command(2, 24);
+const Cost first_sample = status_read + command(2, 7) + digrad_status;  // asks what the chip runs
 const Cost event_status = command(2, 9);
 const Cost time_report = command(2, 12);
 const Cost tune = command(6) + poll(tune_time);
@@ -178,32 +180,36 @@ int main() {
   const sim::Broadcast air = on_air(1, services);
 
   Table table;
-  table.row("boot, DAB", boot(521448), off, air, [] { power_up_and_load_fw(1); });
-  table.row("boot, FM", boot(530180), off, air, [] { power_up_and_load_fw(0); });
-  table.row("tune", tune + wait(500ms) + digrad_status + wait(200ms), dab, air, [] { tune_freq(0); });
-  table.row("tune, nothing there", tune_without_signal + wait(500ms) + 10 * (digrad_status + wait(200ms)), dab, air,
+  table.row("boot, DAB: -b D", boot(521448), off, air, [] { power_up_and_load_fw(1); });
+  table.row("boot, FM: -b F", boot(530180), off, air, [] { power_up_and_load_fw(0); });
+  table.row("tune: -f", tune + wait(500ms) + digrad_status + wait(200ms), dab, air, [] { tune_freq(0); });
+  table.row("tune, nothing there: -f", tune_without_signal + wait(500ms) + 10 * (digrad_status + wait(200ms)), dab, air,
             [] { tune_freq(1); });
-  table.row("play", command(12), tuned, air, [] { play_station(0x1000, 0); });
-  table.row("volume", property, tuned, air, [] { set_volume(50); });
-  table.row("output", 3 * property, tuned, air, [] { set_properties_output(1); });
-  table.row("chip information", status_read + command(2, 24) + command(2, 7) + command(2, 13), tuned, air,
+  table.row("play: -p -e -c", command(12), tuned, air, [] { play_station(0x1000, 0); });
+  table.row("volume: -l", property, tuned, air, [] { set_volume(50); });
+  table.row("output: -o", 3 * property, tuned, air, [] { set_properties_output(1); });
+  table.row("chip information: -i", status_read + command(2, 24) + command(2, 7) + command(2, 13), tuned, air,
             [] { print_chip_info(); });
-  table.row("digital radio status", digrad_status, tuned, air, [] { print_digrad_status(); });
-  table.row("digital radio status, JSON", digrad_status, tuned, air, [] { print_digrad_status_json(); });
-  table.row("events", event_status, tuned, air, [] { print_event_status(); });
-  table.row("time", time_report, tuned, air, [] { print_ensembletime(); });
-  table.row("time, JSON", time_report, tuned, air, [] { print_ensembletime_json(); });
+  table.row("digital radio status: -d", digrad_status, tuned, air, [] { print_digrad_status(); });
+  table.row("digital radio status, JSON: -d -j", digrad_status, tuned, air, [] { print_digrad_status_json(); });
+  live::Sampler sampler;
+  table.row("first sample of kelvo-watch", first_sample, tuned, air, [&] { static_cast<void>(sampler.take()); });
+  table.row("sample of kelvo-watch", digrad_status, tuned, air, [&] { static_cast<void>(sampler.take()); });
+  table.row("events: -n", event_status, tuned, air, [] { print_event_status(); });
+  table.row("time: -t", time_report, tuned, air, [] { print_ensembletime(); });
+  table.row("time, JSON: -t -j", time_report, tuned, air, [] { print_ensembletime_json(); });
   for (const unsigned count : {1U, services, most_services})
-    table.row("service list, " + std::to_string(count), service_list(count), tuned, on_air(1, count),
+    table.row("service list: -g, services: " + std::to_string(count), service_list(count), tuned, on_air(1, count),
               [] { print_digital_service_list(); });
-  table.row("FM seek over 1 MHz", command(6) + poll(seek_time), fm, air,
+  table.row("FM seek over 1 MHz: -x", command(6) + poll(seek_time), fm, air,
             [] { static_cast<void>(Si468x_tune_next_station()); });
-  table.row("FM signal quality and RDS", 2 * property + command(2, 23) + command(2, 21), fm, air,
+  table.row("FM signal quality and RDS: -r", 2 * property + command(2, 23) + command(2, 21), fm, air,
             [] { get_rds_status(); });
   for (const unsigned ensembles : {0U, 1U, 8U, 20U, band})
-    table.row("scan, ensembles: " + std::to_string(ensembles), scan(ensembles), dab, on_air(ensembles, services), [] {
-      Ensemble_list list;
-      list.rescan();
-    });
+    table.row("scan: -u, ensembles: " + std::to_string(ensembles), scan(ensembles), dab, on_air(ensembles, services),
+              [] {
+                Ensemble_list list;
+                list.rescan();
+              });
   return table.all_least() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -16,6 +16,8 @@ namespace {
 constexpr int exit_refused = 2;
 constexpr size_t longest_line = 1000;
 
+Keeper* keeper = nullptr;  // of the lines, in place of standard error
+
 bool continues_character(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }  // in UTF-8
 
 }  // namespace
@@ -37,12 +39,20 @@ std::string one_line(std::string_view text) {
   return length < text.size() ? line + "..." : line;
 }
 
+Keeper::Keeper() { keeper = this; }
+Keeper::~Keeper() { keeper = nullptr; }
+
 void print(std::string_view line) {
+  if (keeper != nullptr) {
+    if (keeper->first_.empty()) keeper->first_ = one_line(line);
+    return;
+  }
   std::fflush(stdout);
   std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, one_line(line).c_str());
 }
 
 void refuse(std::string_view line) {
+  keeper = nullptr;
   print(line);
   std::exit(exit_refused);
 }

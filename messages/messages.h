@@ -14,6 +14,22 @@ std::string one_line(std::string_view text);
 /// Prints "program: line", with `line` as `one_line` returns it, behind everything written to standard output so far.
 void print(std::string_view line);
 
+/// While it exists, lines are kept instead of printed: for a program that shows in its own way what went wrong. One at
+/// a time.
+class Keeper {
+ public:
+  Keeper();
+  Keeper(const Keeper&) = delete;
+  Keeper& operator=(const Keeper&) = delete;
+  ~Keeper();
+
+  const std::string& first() const { return first_; }  ///< the first line, without the program's name; empty: none
+
+ private:
+  friend void print(std::string_view line);
+  std::string first_;
+};
+
 /// Prints the line and ends the program with exit status 2: it was started with something that it cannot use.
 [[noreturn]] void refuse(std::string_view line);
 
