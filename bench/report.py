@@ -8,6 +8,7 @@ import os
 import pathlib
 import platform
 import re
+import resource
 import shutil
 import subprocess
 import sys
@@ -17,7 +18,8 @@ import time
 
 BUILD = pathlib.Path("build").resolve()
 KELVO, SPIDEV, SIM, SURVEY = (BUILD / name for name in ("kelvo", "kelvo-spidev", "kelvo-sim", "kelvo-survey"))
-SPIDEV_SIM = BUILD / "tests/kelvo-spidev-sim"
+SPIDEV_SIM, WATCH_SPIDEV_SIM = BUILD / "tests/kelvo-spidev-sim", BUILD / "tests/kelvo-watch-spidev-sim"
+WATCH_SIM = BUILD / "kelvo-watch-sim"
 BUS, BESIDE = BUILD / "bench/kelvo-bench-bus", BUILD / "bench/kelvo-bench-beside"
 IMAGES = 5796 + 521448 + 530180
 
@@ -348,8 +350,49 @@ def survey():
           ["`kelvo-survey --json`, one file", f"{one[0]:.2f} s", "", f"{one[1]:,} KB", ""])
 
 
+def watch():
+    # The state is kept in memory: the disk would be most of it.
+    with tempfile.NamedTemporaryFile(dir="/dev/shm", suffix=".json") as state:
+        run([SIM, "-b", "D", "-f", "33"], board() | {"KELVO_SIM_STATE": state.name})
+        environment = board() | {"KELVO_SIM_STATE": state.name, "KELVO_SIM_REALTIME": "0"}
+
+        def samples(number):
+            return [WATCH_SPIDEV_SIM, "--json", "-i", "0", "-n", number]
+
+        def by_program(number):
+            calls = count(samples(number), environment=environment, library=KERNEL)[3]
+            return sum(calls for (caller, _), calls in calls.items() if not caller.startswith("sim::"))
+
+        def processor_ms(command):
+            before = resource.getrusage(resource.RUSAGE_CHILDREN)
+            run(command, environment)
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
+            return (after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime) * 1000
+
+        def peak(number):
+            done = run(["/usr/bin/time", "-f", "%M %e", WATCH_SIM, *samples(number)[1:]], environment)
+            kilobytes, seconds = done.stderr.split()[-2:]
+            return int(kilobytes), float(seconds)
+
+        calls = (by_program(21) - by_program(1)) // 20
+        alone = sorted(processor_ms([SPIDEV_SIM, "-d"]) for _ in range(21))[10]
+        each = (processor_ms(samples(2001)) - processor_ms(samples(1))) / 2000
+        few, many = peak(1_000), peak(100_000)
+    section("## Reception as it changes", """
+        Samples of `kelvo-watch --json` on a tuned DAB chip, their cost on the bus above. System calls and processor
+        time on the simulated kernel, whose own work on the state of the board is part of the time, beside a run of
+        `kelvo-spidev -d`. Memory is the peak (maximum resident set) of `kelvo-watch-sim`, which takes its samples
+        without a wait.""")
+    table(["", "Figure", "As wanted"], ["system calls of a sample through the kernel", calls, ""],
+          ["processor time of a sample", f"{each:.2f} ms", want("time of a sample", each < alone)],
+          ["processor time of `kelvo-spidev -d`, with its start", f"{alone:.2f} ms", ""],
+          ["memory after 1,000 samples", f"{few[0]:,} KB", ""],
+          ["memory after 100,000 samples", f"{many[0]:,} KB", want("memory of samples", many[0] < few[0] + 200)],
+          ["JSON lines a second", int(100_000 / many[1]), ""])
+
+
 try:
-    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times, survey):
+    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times, survey, watch):
         part()
 except OSError as error:
     sys.exit(f"scripts/bench: {error}")

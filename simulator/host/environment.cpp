@@ -103,7 +103,8 @@ class Environment : public Observer {
   explicit Environment(Board_file files) : board_(std::move(files.air), files.settings) {
     for (const Fault& fault : files.faults) board_.fault(fault);
     board_.set_recording(false);
-    board_.set_realtime(variable("KELVO_SIM_REALTIME") == "1");
+    const std::string realtime = variable("KELVO_SIM_REALTIME");
+    board_.set_realtime(realtime.empty() ? sleeps_by_default : realtime == "1");
     if (has_trace_) board_.add_observer(trace_.emplace(trace_file_, most_traced_));
     board_.add_observer(*this);
   }
@@ -174,6 +175,8 @@ Environment& of_program() {
 }
 
 }  // namespace
+
+bool sleeps_by_default = false;
 
 void use_board(Board* board) { chosen_board = board; }
 

@@ -11,6 +11,9 @@ namespace sim {
 void use_board(Board* board);
 Board& current_board();
 
+/// Whether simulated time takes real time where KELVO_SIM_REALTIME is not set; to be set before the board is needed.
+extern bool sleeps_by_default;
+
 /// The environment's board: waits until no other program has it open (lock/board_lock.h), then continues from the state
 /// in which the last program left it. @return false when another program has it open for longer than the limit
 bool open_board();

@@ -19,9 +19,10 @@ set(broadcasts default suburb house village faults)
 list(TRANSFORM broadcasts PREPEND ${share}/doc/kelvo/broadcasts/)
 list(TRANSFORM broadcasts APPEND .json)
 foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}/man/man1/kelvo-sim.1
-        ${share}/man/man1/kelvo-survey.1
+        ${share}/man/man1/kelvo-survey.1 ${share}/man/man1/kelvo-watch.1 ${share}/man/man1/kelvo-watch-sim.1
         ${share}/man/man5/kelvo-scan.5
         ${completions}/kelvo ${completions}/kelvo-spidev ${completions}/kelvo-sim ${completions}/kelvo-survey
+        ${completions}/kelvo-watch ${completions}/kelvo-watch-sim
         ${share}/doc/kelvo/systemd/kelvo.service ${share}/doc/kelvo/README.md ${share}/doc/kelvo/CHANGELOG.md
         ${share}/doc/libsi468x-dev/error-codes.md ${share}/doc/kelvo/LICENSE ${share}/doc/kelvo/docs/simulator.md ${broadcasts}
         ${share}/doc/libsi468x-dev/error-codes.md)
