@@ -13,7 +13,7 @@ namespace sim {
 /// What a kernel does with a board, as one packet on a socket (SOCK_SEQPACKET); the bytes of a transfer follow.
 struct Board_request {
   enum Kind : uint32_t { transfer, reset_low, reset_high, wait };
-  Kind kind;
+  Kind kind = transfer;
   uint32_t reserved = 0;
   int64_t nanoseconds = 0;  ///< of a wait
 };
