@@ -42,7 +42,7 @@ enum class Opcode : uint8_t {
 /// The bytes of a command: opcode and the first arguments; the rest of `length` is 0.
 template <size_t length>
 constexpr std::array<uint8_t, length> command(Opcode opcode, auto... arguments) {
-  return {static_cast<uint8_t>(opcode), static_cast<uint8_t>(arguments)...};
+  return std::array<uint8_t, length>{static_cast<uint8_t>(opcode), static_cast<uint8_t>(arguments)...};
 }
 
 /// Multi-byte arguments are little-endian.

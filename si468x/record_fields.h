@@ -51,8 +51,9 @@ consteval auto field(const char* label = nullptr, Json_key key = {}) {
 template <auto Member, unsigned byte>
 consteval auto text(const char* label) {
   using Record = decltype(record_of(Member));
+  using Text = decltype(value_of(Member));
   return Field<Record>{
-      .end = byte + sizeof(value_of(Member)),
+      .end = byte + sizeof(Text),
       .label = label,
       .store = [](const Reply_view& reply, Record& record) { reply.copy(byte, record.*Member); },
       .text = [](const Record& record) { return std::span<const uint8_t>(record.*Member); },
