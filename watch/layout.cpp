@@ -12,6 +12,7 @@
 #include <variant>
 
 #include "survey/text/codes.h"
+#include "survey/text/scales.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ struct Scale {
 };
 
 Scale scale(Measure measure, bool fm, bool unicode) {
-  if (measure == Measure::rssi) return {"RSSI", unicode ? "dBµV" : "dBuV", 80};
+  if (measure == Measure::rssi) return {"RSSI", unicode ? "dBµV" : "dBuV", survey::signal_scale_end};
   if (measure == Measure::snr) return {"SNR", "dB", 30};
   return {fm ? "Mult" : "FIC", "", 100};
 }
@@ -51,10 +52,10 @@ int eighths(int value, int end, int cells, int cell) {
 
 enum Pair : short { good = 1, fair, poor };
 
-// The limits and colours of kelvo-survey.
+// The colours of kelvo-survey.
 short reception_pair(const live::Values& values) {
   const int snr = values[static_cast<size_t>(Measure::snr)];
-  return snr >= 16 ? good : snr >= 8 ? fair : poor;
+  return snr >= survey::good_snr ? good : snr >= survey::fair_snr ? fair : poor;
 }
 
 struct Describe {

@@ -2,6 +2,8 @@
 // The table of receptions.
 #include "survey/file/reception.h"
 
+#include "survey/text/scales.h"
+
 namespace survey {
 
 // clang-format off
@@ -12,8 +14,8 @@ const std::array<Reception_row, 7> receptions{{
     {"other",      "a signal that is not DAB",  20, "\033[35m", {"url(#hatch)", "#6b747d", "url(#hatch)", "#9aa3ab"}},  // RSSI
     {"weak",       "too weak to decode",         0, "\033[31m", {"#ffffff",     "#b0481a", "#13171b",     "#e8804c"}},
     {"poor",       "received poorly",           30, "\033[33m", {"#f5bd4f",     "#a36a00", "#87590a",     "#d99d2b"}},  // FIC quality
-    {"fair",       "received fairly",            8, "\033[36m", {"#2c9c8d",     "#1d7569", "#2c9c8d",     "#2c9c8d"}},  // SNR
-    {"good",       "received well",             16, "\033[32m", {"#0d4686",     "#0d4686", "#9accff",     "#9accff"}},  // SNR
+    {"fair",       "received fairly",     fair_snr, "\033[36m", {"#2c9c8d",     "#1d7569", "#2c9c8d",     "#2c9c8d"}},  // SNR
+    {"good",       "received well",       good_snr, "\033[32m", {"#0d4686",     "#0d4686", "#9accff",     "#9accff"}},  // SNR
 }};
 // clang-format on
 

@@ -40,7 +40,4 @@ const Reception_row& row_of(Reception reception);
 /// For a legend: the words and the values that they stand for, "received fairly: SNR 8 to 15 dB".
 std::string explained(Reception reception);
 
-/// Where the bars of all outputs end, dBµV; they begin at 0.
-constexpr int signal_scale_end = 80;
-
 }  // namespace survey

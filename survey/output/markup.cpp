@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "survey/text/scales.h"
 #include "survey/text/text.h"
 
 namespace survey {

@@ -9,6 +9,7 @@
 #include "survey/output/chart.h"
 #include "survey/output/markup.h"
 #include "survey/text/codes.h"
+#include "survey/text/scales.h"
 
 namespace survey {
 

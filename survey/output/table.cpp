@@ -9,6 +9,7 @@
 #include "survey/output/cells.h"
 #include "survey/output/chart.h"
 #include "survey/text/codes.h"
+#include "survey/text/scales.h"
 
 namespace survey {
 
