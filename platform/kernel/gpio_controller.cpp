@@ -59,13 +59,13 @@ std::optional<std::string> loses_levels(const std::string& path) {
   if (read_controller(path, info) != 0) return std::nullopt;
   const Known_controller* const known = known_controller(info);
   if (known == nullptr) return std::nullopt;
-  const std::string parameter = known->keeps_levels;
-  std::FILE* const file = std::fopen(parameter.c_str(), "r");
-  if (file == nullptr) return "this kernel has no " + parameter;
+  const char* const parameter = known->keeps_levels;
+  std::FILE* const file = std::fopen(parameter, "r");
+  if (file == nullptr) return std::string("this kernel has no ") + parameter;
   const bool keeps_levels = std::fgetc(file) == 'Y';
   static_cast<void>(std::fclose(file));  // result ignored: the file was only read
   if (keeps_levels) return std::nullopt;
-  return parameter + " is N";
+  return std::string(parameter) + " is N";
 }
 
 }  // namespace kernel
