@@ -11,6 +11,7 @@
 #include "frontend/options.h"
 #include "frontend/reports.h"
 #include "frontend/tuning.h"
+#include "messages/messages.h"
 #include "scan/ensemble_list.h"
 #include "si468x/si468x.h"
 
@@ -90,8 +91,8 @@ int main(int argc, char** argv) {
   print_new_start_banner();
   try {
     return run(options);
-  } catch (const std::bad_alloc&) {  // from a report's or a scan's text; the chip keeps its state
-    std::fputs("kelvo: out of memory\n", stderr);
+  } catch (const std::bad_alloc& error) {  // from a report's or a scan's text; the chip keeps its state
+    messages::print(error);
     return 0;
   }
 }

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 namespace messages {
 
@@ -49,6 +50,10 @@ void print(std::string_view line) {
   }
   std::fflush(stdout);
   std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, one_line(line).c_str());
+}
+
+void print(const std::exception& error) {
+  print(dynamic_cast<const std::bad_alloc*>(&error) != nullptr ? "out of memory" : error.what());
 }
 
 void refuse(std::string_view line) {

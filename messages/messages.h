@@ -2,6 +2,7 @@
 // Messages to the user on standard error: one line each, which begins with the program's own name.
 #pragma once
 
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,9 @@ std::string one_line(std::string_view text);
 
 /// Prints "program: line", with `line` as `one_line` returns it, behind everything written to standard output so far.
 void print(std::string_view line);
+
+/// Prints what the exception says, or "out of memory".
+void print(const std::exception& error);
 
 /// While it exists, lines are kept instead of printed: for a program that shows in its own way what went wrong. One at
 /// a time.

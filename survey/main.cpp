@@ -116,7 +116,7 @@ int main(int argc, char** argv) {
     if (!std::cout.flush()) throw File_error("standard output", "cannot be written");
     return status;
   } catch (const std::exception& error) {
-    messages::print(error.what());
+    messages::print(error);
     return EXIT_FAILURE;
   }
 }

@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     run_screen(options, sampler, first);
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {  // memory has run out
-    messages::print(error.what());
+    messages::print(error);
     return EXIT_FAILURE;
   }
 }

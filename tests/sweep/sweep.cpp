@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -138,7 +139,7 @@ class Sweep {
     board.set_recording(false);
     const Ended ended = run_on(board, number);
     const bool ran_out = ended.allocations > number;
-    constexpr std::string_view message = "kelvo: out of memory\n";
+    const std::string message = std::string(program_invocation_short_name) + ": out of memory\n";
     std::string why = ended.hang;
     if (ended.status != 0) why = "exit status " + std::to_string(ended.status);
     if (ran_out && output_.ends_with(message))
