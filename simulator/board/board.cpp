@@ -31,7 +31,7 @@ Board::Board(Broadcast broadcast, const Board_settings& settings)
     : broadcast_(std::move(broadcast)),
       settings_(settings),
       chip_(broadcast_, settings_.chip, clock_, observers_),
-      fault_layer_(chip_, faults_, clock_, observers_),
+      fault_layer_(chip_, clock_, observers_),
       wire_(fault_layer_, clock_, observers_),
       controller_(wire_, clock_, observers_) {
   observers_.add(recorder_);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "simulator/board/board_settings.h"
@@ -69,9 +70,11 @@ class Board {
   Broadcast& air() { return broadcast_; }
   Board_settings& settings() { return settings_; }
   /// @throws std::invalid_argument
-  void fault(const Fault& fault) { faults_.set(fault); }
-  void clear_faults() { faults_.clear(); }
-  std::vector<std::string> never_triggered() const { return faults_.never_triggered(); }  ///< faults, described
+  void fault(const Fault& fault) { fault_layer_.faults().set(fault); }
+  void use_faults(Faults faults) { fault_layer_.use(std::move(faults)); }
+  void clear_faults() { use_faults({}); }
+  const Faults& faults() const { return fault_layer_.faults(); }
+  std::vector<std::string> never_triggered() const { return faults().never_triggered(); }
   void set_realtime(bool on) { clock_.set_realtime(on); }
   void set_receive_delay(unsigned reads) { controller_.set_receive_delay(reads); }
 
@@ -102,7 +105,6 @@ class Board {
   Broadcast broadcast_;
   Board_settings settings_;
   Clock clock_;
-  Faults faults_;
   Recorder recorder_;
   Observers observers_;
   Chip chip_;

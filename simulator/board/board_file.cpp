@@ -3,6 +3,7 @@
 #include "simulator/board/board_file.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "simulator/broadcast/broadcast_file.h"
 
@@ -49,18 +50,16 @@ static void members(Json_members& json, Fault& fault) {
   json("bit", fault.bit);
 }
 
-static std::vector<Fault> read_faults(const Json_reader& json) {
-  std::vector<Fault> faults;
-  Faults trial;  // refuses what a board would refuse
+static void read_faults(const Json_reader& json, Faults& faults) {
   for (const Json_reader& entry : json.elements()) {
-    Json_members::read(entry, faults.emplace_back());
+    Fault fault;
+    Json_members::read(entry, fault);
     try {
-      trial.set(faults.back());
+      faults.set(fault);
     } catch (const std::invalid_argument& error) {
       entry.fail(error.what());
     }
   }
-  return faults;
 }
 
 static void members(Json_members& json, Chip_settings& chip) { json("always_ready", chip.always_ready); }
@@ -74,7 +73,7 @@ static void members(Json_members& json, Board_file& file) {
   members(json, file.air);
   json("chip", file.settings.chip);
   json("board", file.settings);
-  json("faults", [&](const Json_reader& faults) { file.faults = read_faults(faults); });
+  json("faults", [&](const Json_reader& faults) { read_faults(faults, file.faults); });
 }
 
 Board_file parse_board_file(std::string_view text, const std::string& name) {
@@ -84,9 +83,9 @@ Board_file parse_board_file(std::string_view text, const std::string& name) {
   return file;
 }
 
-std::vector<Fault> parse_fault_file(std::string_view text, const std::string& name) {
+void parse_fault_file(std::string_view text, const std::string& name, Faults& faults) {
   const Json_file parsed = parse_json(text, name);
-  return read_faults(Json_reader(parsed));
+  read_faults(Json_reader(parsed), faults);
 }
 
 }  // namespace sim

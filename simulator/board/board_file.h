@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "simulator/board/board_settings.h"
 #include "simulator/board/faults.h"
@@ -16,13 +15,13 @@ namespace sim {
 struct Board_file {
   Broadcast air{};
   Board_settings settings{};
-  std::vector<Fault> faults{};
+  Faults faults{};
 };
 
 /// A broadcast file; `name` is its name in messages. @throws File_error with one line: file, place, fault
 Board_file parse_board_file(std::string_view text, const std::string& name);
 
-/// A file that holds a list of faults and nothing else. @throws File_error likewise
-std::vector<Fault> parse_fault_file(std::string_view text, const std::string& name);
+/// Sets the faults of a file that holds a list of them and nothing else. @throws File_error likewise
+void parse_fault_file(std::string_view text, const std::string& name, Faults& faults);
 
 }  // namespace sim

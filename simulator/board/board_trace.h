@@ -4,8 +4,8 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "simulator/board/faults.h"
 #include "simulator/chip/observer.h"
 #include "trace/trace.h"
 
@@ -21,10 +21,11 @@ class Board_trace : public Observer {
   void pin(Time now, unsigned number, std::string_view change) override { trace_.pin(now, number, change); }
   void event(Time now, std::string_view kind, const std::string& what) override { trace_.line(now, kind, what); }
 
-  /// The sums at the end, and the faults that were never triggered.
-  void write_totals(Time now, const trace::Totals& totals, const std::vector<std::string>& never_triggered) {
+  /// The sums at the end, and the faults that changed nothing.
+  void write_totals(Time now, const trace::Totals& totals, const Faults& faults) {
     trace_.write_totals(now, totals);
-    for (const std::string& fault : never_triggered) trace_.line(now, "total", "never triggered " + fault);
+    for (const std::string& fault : faults.never_triggered()) trace_.line(now, "total", "never triggered " + fault);
+    for (const std::string& fault : faults.overridden()) trace_.line(now, "total", "overridden " + fault);
   }
 
  private:

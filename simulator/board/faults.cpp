@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The faults of a board: which are valid, and which a transaction triggers.
 #include "simulator/board/faults.h"
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 
+#include "messages/messages.h"
 #include "trace/command_names.h"
 
 namespace sim {
@@ -28,9 +31,14 @@ std::optional<uint8_t> opcode_of(const Fault& fault) {
   throw std::invalid_argument("unknown command \"" + name + "\"");
 }
 
+// The effects that two faults cannot both have on one transaction; `status_bits` add up.
+std::array<bool, 7> exclusive_effects(const Fault& fault) {
+  return {fault.cts_never,         fault.cts_low_reads != 0, fault.status.has_value(),    fault.reply.has_value(),
+          fault.property_not_kept, fault.stc_never,          fault.bus != Bus_fault::none};
+}
+
 bool has_effect(const Fault& fault) {
-  return fault.cts_never || fault.cts_low_reads != 0 || fault.status_bits != std::array<uint8_t, 4>{} || fault.status ||
-         fault.reply || fault.property_not_kept || fault.stc_never || fault.bus != Bus_fault::none;
+  return fault.status_bits != std::array<uint8_t, 4>{} || std::ranges::count(exclusive_effects(fault), true) != 0;
 }
 
 struct Rule {
@@ -56,86 +64,50 @@ constexpr Rule rules[] = {
 
 }  // namespace
 
+// The command's opcode may begin with any number of zeros.
 std::string describe(const Fault& fault) {
   if (fault.transaction != 0) return "transaction " + std::to_string(fault.transaction);
-  return fault.command + (fault.occurrence == 0 ? ", every one" : ", occurrence " + std::to_string(fault.occurrence));
+  return messages::one_line(fault.command) +
+         (fault.occurrence == 0 ? ", every one" : ", occurrence " + std::to_string(fault.occurrence));
 }
 
 void Faults::set(const Fault& fault) {
   const std::optional<uint8_t> opcode = opcode_of(fault);
   for (const Rule& rule : rules)
     if (rule.broken(fault, opcode)) throw std::invalid_argument(rule.why);
-  entries_.push_back({.fault = fault, .opcode = opcode.value_or(0)});
+  unsigned number = 0;
+  for (const bool has_it : exclusive_effects(fault))
+    if (++number; has_it && !taken_.emplace(opcode.value_or(0), fault.occurrence, fault.transaction, number).second)
+      throw std::invalid_argument("another fault has the same trigger and the same effect");
+  all_.push_back({.fault = fault, .opcode = opcode.value_or(0)});
 }
 
 void Faults::clear() { *this = {}; }
 
-std::vector<std::string> Faults::never_triggered() const {
-  std::vector<std::string> names;
-  for (const Entry& entry : entries_)
-    if (!entry.triggered) names.push_back(describe(entry.fault));
-  return names;
-}
-
-std::string Faults::begin(uint8_t opcode) {
-  const bool is_read = opcode == trace::rd_reply_opcode;
-  on_read_.clear();
-  if (!is_read) {
-    on_command_.clear();
-    cts_never_ = false;
-    cts_low_reads_ = 0;
+std::vector<Armed_fault*> Faults::triggered_by(uint8_t opcode) {
+  std::vector<Armed_fault*> triggered;
+  for (Armed_fault& armed : all_) {
+    const bool by_command = armed.fault.transaction == 0;
+    if (by_command && armed.opcode != opcode) continue;
+    armed.seen += 1;
+    const uint64_t wanted = by_command ? armed.fault.occurrence : armed.fault.transaction;
+    if (wanted == 0 || wanted == armed.seen) triggered.push_back(&armed);
   }
-  std::string triggered;
-  for (Entry& entry : entries_) {
-    const bool by_command = entry.fault.transaction == 0;
-    if (by_command && entry.opcode != opcode) continue;
-    entry.seen += 1;
-    const uint64_t wanted = by_command ? entry.fault.occurrence : entry.fault.transaction;
-    if (wanted != 0 && wanted != entry.seen) continue;
-    entry.triggered = true;
-    triggered += (triggered.empty() ? "" : "; ") + describe(entry.fault);
-    (is_read ? on_read_ : on_command_).push_back(entry.fault);
-    cts_never_ = cts_never_ || entry.fault.cts_never;
-    if (entry.fault.cts_low_reads != 0) cts_low_reads_ = entry.fault.cts_low_reads;
-    if (entry.fault.bus != Bus_fault::none) {
-      bus_fault_ = entry.fault;
-      on_bus_ = true;
-    }
-  }
-  cts_low_ = is_read && (cts_never_ || cts_low_reads_ > 0);
-  if (cts_low_ && cts_low_reads_ > 0) --cts_low_reads_;
   return triggered;
 }
 
-uint8_t Faults::status_byte(unsigned number, uint8_t live) const {
-  constexpr unsigned clear_to_send = 0x80;
-  for (const std::vector<Fault>* in_force : {&on_command_, &on_read_}) {
-    for (const Fault& fault : *in_force) {
-      if (fault.status) live = (*fault.status)[number];
-      live = static_cast<uint8_t>(live | fault.status_bits[number]);
-    }
-  }
-  if (number == 0 && cts_low_) live = static_cast<uint8_t>(live & ~clear_to_send);
-  return live;
+std::vector<std::string> Faults::never_triggered() const {
+  std::vector<std::string> triggers;
+  for (const Armed_fault& armed : all_)
+    if (!armed.triggered && !armed.overridden) triggers.push_back(describe(armed.fault));
+  return triggers;
 }
 
-const std::vector<uint8_t>* Faults::reply() const {
-  for (const std::vector<Fault>* in_force : {&on_read_, &on_command_})
-    for (const Fault& fault : *in_force)
-      if (fault.reply) return &*fault.reply;
-  return nullptr;
-}
-
-bool Faults::property_not_kept() const {
-  for (const Fault& fault : on_command_)
-    if (fault.property_not_kept) return true;
-  return false;
-}
-
-bool Faults::stc_never() const {
-  for (const Fault& fault : on_command_)
-    if (fault.stc_never) return true;
-  return false;
+std::vector<std::string> Faults::overridden() const {
+  std::vector<std::string> triggers;
+  for (const Armed_fault& armed : all_)
+    if (armed.overridden) triggers.push_back(describe(armed.fault));
+  return triggers;
 }
 
 }  // namespace sim

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The faults of a board: what each changes, and when it is triggered.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <optional>
+#include <set>
 #include <string>
-#include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace sim {
@@ -27,7 +30,7 @@ enum class Bus_fault : uint8_t {
 /// moment the fault is set. The command RD_REPLY means single reads of status or reply.
 ///
 /// What: one or more of the other members. Those that change what is read apply to every read until the next command;
-/// set on a single read, they apply to that read only (but `cts_low_reads` always counts its reads).
+/// `status_bits`, `status` and `reply` of a fault that is set on a single read apply to that read only.
 struct Fault {
   std::string command{};     ///< the chip's name of the command ("DAB_GET_TIME"), or its opcode ("0xBC")
   uint32_t occurrence = 0;   ///< 1 = the next such command, 2 = the one after it ...; 0 = every one
@@ -45,52 +48,38 @@ struct Fault {
   std::optional<uint32_t> bit{};  ///< for `flip_bit`: its place in the transaction; 0 is bit 7 of the first byte
 };
 
-/// The fault's trigger, for messages: "DAB_GET_TIME, occurrence 2".
-std::string describe(const Fault& fault);
+/// A fault that is set on a board.
+struct Armed_fault {
+  Fault fault;
+  uint8_t opcode = 0;       ///< of its command
+  uint64_t seen = 0;        ///< matching commands, or transactions, since it was set
+  bool triggered = false;   ///< it has changed something
+  bool overridden = false;  ///< another fault changed the same instead
+};
 
-/// The faults set on a board, and which of them apply to the transaction in progress.
+/// The faults that are set on a board.
 class Faults {
  public:
-  /// @throws std::invalid_argument when the fault names no known command, not exactly one trigger, or no effect, or
-  /// when its members do not go together.
+  /// @throws std::invalid_argument when the fault names no known command, not exactly one trigger, or no effect, when
+  /// its members do not go together, or when a fault with the same trigger has the same effect.
   void set(const Fault& fault);
   void clear();
 
-  /// Faults that were set and never triggered, as `describe` names them.
+  /// Counts a transaction that begins. @return the faults that it triggers; they stay valid until `clear`
+  std::vector<Armed_fault*> triggered_by(uint8_t opcode);
+
+  /// The triggers of those that changed nothing, as `describe` gives them.
   std::vector<std::string> never_triggered() const;
-
-  /// The opcode of a new transaction has gone over the wire: chooses the faults that apply to it.
-  /// @return the text for the trace, empty when no fault was triggered.
-  std::string begin(uint8_t opcode);
-
-  /// The transaction is over.
-  void end() { on_bus_ = false; }
-
-  /// What the host reads in place of STATUS`number`, which is `live` on the healthy chip.
-  uint8_t status_byte(unsigned number, uint8_t live) const;
-  /// What the host reads in place of the response (from reply byte 4 on); null: the healthy one.
-  const std::vector<uint8_t>* reply() const;
-  bool property_not_kept() const;
-  bool stc_never() const;
-  /// The fault on the wire of this transaction; null: none.
-  const Fault* on_bus() const { return on_bus_ ? &bus_fault_ : nullptr; }
+  /// The triggers of those that another fault overrode in a transaction.
+  std::vector<std::string> overridden() const;
 
  private:
-  struct Entry {
-    Fault fault;
-    uint8_t opcode = 0;
-    uint64_t seen = 0;  // matching commands, or transactions, since it was set
-    bool triggered = false;
-  };
-
-  std::vector<Entry> entries_;
-  std::vector<Fault> on_command_;  // in force until the next command
-  std::vector<Fault> on_read_;     // in force during this read only
-  Fault bus_fault_;
-  bool on_bus_ = false;
-  bool cts_never_ = false;
-  uint32_t cts_low_reads_ = 0;  // still to come
-  bool cts_low_ = false;        // in this read
+  std::deque<Armed_fault> all_;  // which do not move
+  // Opcode, occurrence, transaction and effect: each combination belongs to one fault at most.
+  std::set<std::tuple<uint8_t, uint32_t, uint64_t, unsigned>> taken_;
 };
+
+/// The fault's trigger, for messages: "DAB_GET_TIME, occurrence 2".
+std::string describe(const Fault& fault);
 
 }  // namespace sim

@@ -149,9 +149,9 @@ void Chip::take_command() {
     core_.observer.persistent_change(core_.clock.now());
 }
 
-void Chip::hold_tune() {
-  if (core_.mode == Mode::dab) core_.dab.hold_tune();
-  if (core_.mode == Mode::fm) core_.fm.hold_seek();
+bool Chip::hold_tune() {
+  if (command_error_ || command_overflow_) return false;
+  return core_.mode == Mode::dab ? core_.dab.hold_tune() : core_.fm.hold_seek();
 }
 
 Chip_state Chip::state() const {

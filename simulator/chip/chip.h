@@ -41,8 +41,8 @@ class Chip {
 
   // The back door
   bool in_reset() const { return core_.mode == Mode::reset; }
-  /// The tune or seek in progress does not complete.
-  void hold_tune();
+  /// The tune or seek that the last command has started does not complete. @return false: it has started none
+  bool hold_tune();
   Properties& properties() { return core_.properties; }
 
  private:

@@ -35,8 +35,9 @@ void Dab_receiver::tune(uint8_t index, uint16_t antenna_cap, Time now) {
   tune_over_ = now + (there != nullptr && there->valid ? tune_with_signal : tune_without_signal);
 }
 
-void Dab_receiver::hold_tune() {
+bool Dab_receiver::hold_tune() {
   if (state_.tuning) tune_over_ = Time::max();
+  return state_.tuning;
 }
 
 void Dab_receiver::settle(Time now) {

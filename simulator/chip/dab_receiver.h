@@ -46,8 +46,8 @@ class Dab_receiver {
 
   /// Starts a tune to an index of the list, which drops ensemble and services.
   void tune(uint8_t index, uint16_t antenna_cap, Time now);
-  /// A tune in progress does not complete.
-  void hold_tune();
+  /// A tune in progress does not complete. @return whether there is one
+  bool hold_tune();
   bool tune_complete() const { return state_.tune_complete; }
   void acknowledge_tune() { state_.tune_complete = false; }
 

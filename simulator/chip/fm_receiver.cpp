@@ -43,8 +43,9 @@ Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
   return nearest;
 }
 
-void Fm_receiver::hold_seek() {
+bool Fm_receiver::hold_seek() {
   if (state_.seeking) over_ = Time::max();
+  return state_.seeking;
 }
 
 void Fm_receiver::settle(Time now) {

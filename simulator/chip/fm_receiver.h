@@ -30,8 +30,8 @@ class Fm_receiver {
   /// Starts a seek for the next station that is good enough; it ends at the band's limit or, with `wrap`, goes on from
   /// the other end up to where it began.
   void seek(bool up, bool wrap, Time now);
-  /// A seek in progress does not complete.
-  void hold_seek();
+  /// A seek in progress does not complete. @return whether there is one
+  bool hold_seek();
   bool seek_complete() const { return state_.seek_complete; }
   void acknowledge_seek() { state_.seek_complete = false; }
 

@@ -15,7 +15,7 @@ namespace event {
 inline constexpr std::string_view chip = "chip";        ///< something that a user waits for
 inline constexpr std::string_view refused = "refused";  ///< the chip refused a command
 inline constexpr std::string_view mistake = "mistake";  ///< a mistake of the program that a real board punishes
-inline constexpr std::string_view fault = "fault";      ///< a fault was triggered
+inline constexpr std::string_view fault = "fault";      ///< from here on a fault applies
 inline constexpr std::string_view hang = "hang";        ///< the program waits for what cannot come
 }  // namespace event
 

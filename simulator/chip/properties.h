@@ -23,6 +23,7 @@ class Properties {
 
   /// Those that differ from their default.
   std::map<uint16_t, uint16_t> changed() const;
+  bool operator==(const Properties&) const = default;
 
  private:
   Mode mode_ = Mode::reset;

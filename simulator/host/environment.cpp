@@ -38,11 +38,17 @@ Board_file chosen_files() {
     Board_file chosen =
         broadcast.empty() ? Board_file{.air = default_broadcast()} : parse_board_file(read_text(broadcast), broadcast);
     if (const std::string faults = variable("KELVO_SIM_FAULTS"); !faults.empty())
-      for (const Fault& fault : parse_fault_file(read_text(faults), faults)) chosen.faults.push_back(fault);
+      parse_fault_file(read_text(faults), faults, chosen.faults);
     return chosen;
   } catch (const File_error& error) {
     messages::refuse(error.what());
   }
+}
+
+void warn_of(const std::string& what, const std::vector<std::string>& faults) {
+  std::string all;
+  for (const std::string& fault : faults) all += (all.empty() ? "" : "; ") + fault;
+  if (!all.empty()) messages::print("warning: " + what + ": " + all);
 }
 
 constexpr size_t all_bytes = std::numeric_limits<size_t>::max();
@@ -101,7 +107,7 @@ bool open_trace(trace::File& file) {
 class Environment : public Observer {
  public:
   explicit Environment(Board_file files) : board_(std::move(files.air), files.settings) {
-    for (const Fault& fault : files.faults) board_.fault(fault);
+    board_.use_faults(std::move(files.faults));
     board_.set_recording(false);
     const std::string realtime = variable("KELVO_SIM_REALTIME");
     board_.set_realtime(realtime.empty() ? sleeps_by_default : realtime == "1");
@@ -134,11 +140,9 @@ class Environment : public Observer {
   // The state first: nobody may be left to read the messages.
   void finish() {
     close();
-    const std::vector<std::string> never_triggered = board_.never_triggered();
-    if (trace_) trace_->write_totals(board_.now(), board_.totals(), never_triggered);
-    std::string faults;
-    for (const std::string& fault : never_triggered) faults += (faults.empty() ? "" : "; ") + fault;
-    if (!faults.empty()) messages::print("warning: never triggered: " + faults);
+    if (trace_) trace_->write_totals(board_.now(), board_.totals(), board_.faults());
+    warn_of("never triggered", board_.faults().never_triggered());
+    warn_of("overridden by another fault", board_.faults().overridden());
   }
 
   void event(Time /*now*/, std::string_view kind, const std::string& what) override {

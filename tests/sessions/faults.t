@@ -28,6 +28,29 @@ A fault that was never triggered causes a warning and a line in the trace.
   never triggered DAB_GET_TIME, occurrence 2
   never triggered transaction 900
 
+So does one that changes nothing: a bit behind the end of the transaction, a tune or a property that is refused.
+
+  $ faults '{"command": "DAB_GET_TIME", "bus": "flip_bit", "bit": 16}'
+  $ run -t
+  2026-3-7T9:5:0Z
+  kelvo-sim: warning: never triggered: DAB_GET_TIME, every one
+  $ faults '{"command": "DAB_TUNE_FREQ", "stc_never": true}, {"command": "SET_PROPERTY", "property_not_kept": true}'
+  $ run -f 200 -l 64 | tail -n 1
+  kelvo-sim: warning: never triggered: DAB_TUNE_FREQ, every one; SET_PROPERTY, every one
+
+Of two faults that change the same in one transaction, one applies; a warning and a line in the trace name the other.
+
+  $ faults '{"command": "DAB_GET_TIME", "reply": "E0 07 03 07 09 05 00"}, {"transaction": 2, "reply": "E1 07"}'
+  $ KELVO_SIM_TRACE=trace run -t
+  2016-3-7T9:5:0Z
+  kelvo-sim: warning: overridden by another fault: transaction 2
+  $ tail -n 1 trace | sed 's/.* total/total/'
+  total overridden transaction 2
+  $ faults '{"command": "0x'"$(printf '0%.0s' {1..3000})"'BC", "occurrence": 5, "bus": "ones"}'
+  $ KELVO_SIM_TRACE=trace run -t | wc -c; tail -n 1 trace | tail -c 19
+  1031
+  0..., occurrence 5
+
 An invalid fault is refused: one line with its place, exit status 2.
 
   $ refused() { kelvo-sim -t 2>&1 | sed "1,7d; s|$PWD/||"; said ${PIPESTATUS[0]}; }
@@ -45,6 +68,7 @@ An invalid fault is refused: one line with its place, exit status 2.
   > {"command": "DAB_GET_TIME", "stc_never": true}
   > {"transaction": 1, "stc_never": true}
   > {"transaction": 1, "bus": "on"}
+  > {"command": "DAB_GET_TIME", "cts_never": true}, {"command": "0xBC", "cts_never": true, "reply": ""}
   > END
   kelvo-sim: faults.json: /0: a fault needs either a command or a transaction
   = 2
@@ -71,6 +95,8 @@ An invalid fault is refused: one line with its place, exit status 2.
   kelvo-sim: faults.json: /0: "stc_never" needs the command DAB_TUNE_FREQ or FM_SEEK_START
   = 2
   kelvo-sim: faults.json: /0/bus: unknown bus fault "on"
+  = 2
+  kelvo-sim: faults.json: /1: another fault has the same trigger and the same effect
   = 2
   $ echo '{"faults": []}' > faults.json; refused
   kelvo-sim: faults.json: not an array
