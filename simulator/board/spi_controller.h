@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The BCM2835's SPI0 as its registers show it.
 #pragma once
 
 #include <array>

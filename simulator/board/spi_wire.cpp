@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The lines between SPI controller and chip: bytes take time, and a wrong set-up is noticed.
 #include "simulator/board/spi_wire.h"
 
 #include <bcm2835.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The lines between SPI controller and chip.
 #pragma once
 
 #include <cstdint>

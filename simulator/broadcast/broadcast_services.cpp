@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The reader of service lists in broadcast files.
 #include "simulator/broadcast/broadcast_services.h"
 
 #include <algorithm>

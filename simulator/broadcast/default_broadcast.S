@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // The built-in broadcast file, unchanged; the build passes its path.
   .section .rodata
   .global kelvo_default_broadcast

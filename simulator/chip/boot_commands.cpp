@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Commands that boot the chip: power-up, download of the images, start of the application.
 #include <algorithm>
 #include <array>
 

@@ -8,7 +8,6 @@
 
 namespace sim {
 
-/// Which images have been downloaded since power-up.
 struct Bootloader {
   /// The images that the chip can be given, by their exact lengths in bytes.
   static constexpr uint32_t rom_patch_size = 5796;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Numbers and bits in the bytes of commands and replies.
 #pragma once
 
 #include <cstddef>

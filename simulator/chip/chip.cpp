@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The receiver chip as an SPI slave: transactions, status bytes, clear-to-send.
 #include "simulator/chip/chip.h"
 
 #include "simulator/chip/command_table.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The receiver chip as an SPI slave.
 #pragma once
 
 #include <array>

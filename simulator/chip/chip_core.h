@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The chip's state behind the protocol.
 #pragma once
 
 #include <cstdint>

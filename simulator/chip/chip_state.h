@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The chip's state that outlives the program.
 #pragma once
 
 #include <cstdint>

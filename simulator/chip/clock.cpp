@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The board's clock.
 #include "simulator/chip/clock.h"
 
 #include <thread>

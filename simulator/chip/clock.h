@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The board's clock.
 #pragma once
 
 #include "trace/observer.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The table of commands.
 #include "simulator/chip/command_table.h"
 
 #include "trace/command_names.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The commands of the chip: form, modes, busy time, handler.
 #pragma once
 
 #include <cstdint>

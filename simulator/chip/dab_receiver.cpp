@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The DAB application's receiver.
 #include "simulator/chip/dab_receiver.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The DAB application's receiver.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Commands for DAB services: list, start and stop, component info, data packets.
 #include <algorithm>
 
 #include "simulator/chip/command_table.h"

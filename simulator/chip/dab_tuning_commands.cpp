@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Commands for DAB reception: frequency list, tune, status, events, time.
 #include <algorithm>
 #include <ctime>
 

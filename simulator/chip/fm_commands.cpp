@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Commands of the FM application: seek, signal quality, radio data.
 #include "simulator/chip/command_table.h"
 
 namespace sim {

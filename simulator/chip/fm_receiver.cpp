@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The FM application's receiver.
 #include "simulator/chip/fm_receiver.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The FM application's receiver.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,6 @@ inline constexpr unsigned fm_snr_low = 0x04;
 inline constexpr unsigned fm_rssi_high = 0x02;
 inline constexpr unsigned fm_rssi_low = 0x01;
 
-/// The FM application's receiver.
 class Fm_receiver {
  public:
   Fm_receiver(const Broadcast& air, const Clock& clock, Observer& observer)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Commands of every application: chip and image information, properties.
 #include "simulator/chip/command_table.h"
 
 namespace sim {

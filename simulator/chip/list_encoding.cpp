@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Service lists and component info as the chip sends them.
 #include "simulator/chip/list_encoding.h"
 
 #include "simulator/chip/bytes.h"

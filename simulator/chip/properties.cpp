@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The properties of each application, with default and range.
 #include "simulator/chip/properties.h"
 
 namespace sim {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The properties of the running application.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // The bcm2835 library's functions that a driver of the board calls, acting on the simulated board. They are declared in
 // the library's own header.
 #include <bcm2835.h>

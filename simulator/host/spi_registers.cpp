@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// SPI0 as a polling program drives it, on the current board.
 #include "simulator/host/spi_registers.h"
 
 #include <bcm2835.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
 // Programs that drive the board test for SPI by opening the system's device file. The linker leads every fopen of
 // the program here (--wrap=fopen), and every fopen64, which is what fopen becomes on a 32-bit processor with 64-bit
 // file offsets.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The environment variables of the simulated board.
 #include "simulator/host/variables.h"
 
 #include <unistd.h>

@@ -1,4 +1,5 @@
 /* SPDX-License-Identifier: GPL-2.0-or-later */
+/* What the driver spi-peer and the process behind it exchange. */
 #pragma once
 
 #include <linux/types.h>
