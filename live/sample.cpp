@@ -8,8 +8,6 @@ namespace live {
 
 namespace {
 
-constexpr uint8_t fm_image = 1, dab_image = 2;  // as GET_SYS_STATE numbers them
-
 // The chip reports signed measures as their low 8 bits.
 int with_sign(uint8_t byte) { return static_cast<int8_t>(byte); }
 
@@ -60,8 +58,8 @@ Outcome Sampler::identify() {
   if (Outcome failed = outcome("RD_REPLY", chip.get_status())) return failed;
   if (chip.powerup_state != Si468x_application_runs) return std::nullopt;
   if (Outcome failed = outcome("GET_SYS_STATE", chip.get_sys_state())) return failed;
-  if (chip.image == dab_image) application_ = Application::dab;
-  if (chip.image == fm_image) application_ = Application::fm;
+  if (chip.image == Si468x_dab_image) application_ = Application::dab;
+  if (chip.image == Si468x_fm_image) application_ = Application::fm;
   return std::nullopt;
 }
 

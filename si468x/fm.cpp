@@ -43,11 +43,14 @@ int16_t read_quality(Rsq& record, Rsq_reply& reply) {
 
 }  // namespace
 
-int16_t Si468x_tune_next_station() {
-  auto cmd = command<6>(Opcode::FM_SEEK_START, 0x00, 0x01);  // wrapping at the band's limit
+// FM_SEEK_START, byte 2   ......UW   U upwards, W wrapping at the band's limit
+int16_t Si468x_FM_seek(bool up) {
+  auto cmd = command<6>(Opcode::FM_SEEK_START, 0x00, up ? uint8_t{0x03} : uint8_t{0x01});
   if (const int16_t r = send(cmd); r != 0) return Si468x_failure(r, 60);
   return wait_for_seek_tune_complete(160);
 }
+
+int16_t Si468x_tune_next_station() { return Si468x_FM_seek(false); }
 
 int16_t Si468x_FM_rsq_status::get_new_status() {
   Rsq_reply reply{};

@@ -94,6 +94,9 @@ void Si468x_power_down();
 inline constexpr uint8_t Si468x_bootloader_runs = 2;  ///< power-up states
 inline constexpr uint8_t Si468x_application_runs = 3;
 
+inline constexpr uint8_t Si468x_fm_image = 1;  ///< running images
+inline constexpr uint8_t Si468x_dab_image = 2;
+
 /// The chip's status, part and running image. Each method sets its own fields.
 struct Si468x_chip_info {
   uint8_t chip_mask_revision = 0, rom_id = 0;
