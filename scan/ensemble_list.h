@@ -5,12 +5,21 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 
 #include "si468x/si468x.h"
 
 /// Capacity of a scan: the frequencies of the European DAB band.
 inline constexpr size_t ensemble_capacity = 41;
+
+/// Bytes of the longest reply with a service list.
+inline constexpr size_t service_list_capacity = 4096;
+
+/// What follows the tuning in the scan's step for one frequency: reads service list and time of the ensemble. `tuned` is
+/// the result of Si468x_DAB_tune_freq_save; unless it is 1, and where a read fails, the record is empty. `list` points
+/// into `list_buffer`, which has service_list_capacity bytes.
+void read_ensemble(int16_t tuned, uint8_t* list_buffer, Si468x_digital_service_list& list, Si468x_time& time);
 
 /// Results of a scan, one entry per entry of the chip's frequency list, and the antenna's location. Everything is zero
 /// or empty when new; entries never stored stay empty.
@@ -33,6 +42,9 @@ class Ensemble_list {
   /// Asks for the antenna's location on standard output, reads eight lines of standard input and builds the scan file's
   /// name. At the end of input, the remaining answers are empty. @return 0
   int getGeolocation();
+
+  /// Appends the scan file's text.
+  void write_text(std::stringstream& ss) const;
 
   /// Writes the scan file. Fails silently. @return 0
   int save_to_file();

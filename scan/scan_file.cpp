@@ -6,9 +6,7 @@
 
 #include "scan/ensemble_list.h"
 
-int Ensemble_list::save_to_file() {
-  std::stringstream ss;
-  ss.exceptions(std::ios::badbit);  // throw on allocation failure instead of truncating
+void Ensemble_list::write_text(std::stringstream& ss) const {
   ss << "{\"content\": \"FullStationScan\",\n"
      << "\"FrequencyRegion\": \"Europe\",\n"
      << "\"Location\": {\n"
@@ -36,6 +34,12 @@ int Ensemble_list::save_to_file() {
     if (i + 1 < ensemble_capacity) ss << ",";
   }
   ss << "]}";
+}
+
+int Ensemble_list::save_to_file() {
+  std::stringstream ss;
+  ss.exceptions(std::ios::badbit);  // throw on allocation failure instead of truncating
+  write_text(ss);
 
   // The text is complete before the file is opened: an earlier failure does not destroy an older scan.
   std::FILE* const file = std::fopen(filename.c_str(), "wb");
