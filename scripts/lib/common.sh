@@ -3,8 +3,8 @@
 set -eu
 CDPATH= cd -- "$(dirname "$0")/.."
 
-build_packages="g++ make cmake libbcm2835-dev libncurses-dev nlohmann-json3-dev"
-test_packages="libgtest-dev python3-cram tmux"
+build_packages="g++ make cmake libbcm2835-dev libncurses-dev nlohmann-json3-dev libmicrohttpd-dev libqrencode-dev"
+test_packages="curl libgtest-dev python3-cram tmux"
 bench_packages="libbenchmark-dev rapidjson-dev valgrind"
 
 # A compiler takes up to 400 MB: run as many at once as processors and memory allow. JOBS=N overrides.
