@@ -21,7 +21,7 @@ const std::vector<uint32_t>& band_iii_frequencies();
 
 /// How a DAB frequency is received. Signed values are reported as their low 8 bits.
 struct Signal {
-  int8_t rssi = 0;          ///< dBuV
+  int8_t rssi = 0;          ///< dBµV
   int8_t snr = 0;           ///< dB
   uint8_t fic_quality = 0;  ///< 0 to 100
   uint8_t cnr = 0;          ///< dB
@@ -131,7 +131,7 @@ struct Rds {
 
 /// How an FM frequency is received.
 struct Fm_signal {
-  int8_t rssi = 0;  ///< dBuV
+  int8_t rssi = 0;  ///< dBµV
   int8_t snr = 0;   ///< dB
   uint8_t multipath = 0;
   int8_t frequency_offset = 0;

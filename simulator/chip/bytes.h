@@ -19,6 +19,9 @@ inline uint32_t le32(Bytes bytes, size_t at) {
   return le16(bytes, at) | static_cast<uint32_t>(le16(bytes, at + 2)) << 16;
 }
 
+/// The bits of `mask` when `set`, otherwise none.
+inline unsigned bit(bool set, unsigned mask) { return set ? mask : 0U; }
+
 inline void put8(std::vector<uint8_t>& out, unsigned value) { out.push_back(static_cast<uint8_t>(value)); }
 
 inline void put16(std::vector<uint8_t>& out, unsigned value) {

@@ -27,15 +27,8 @@ constexpr unsigned status1_event = 0x20;
 constexpr unsigned status3_command_overflow = 0x04;
 
 unsigned power_up_state(Mode mode) {
-  switch (mode) {
-    case Mode::bootloader:
-      return 2;
-    case Mode::dab:
-    case Mode::fm:
-      return 3;
-    default:
-      return 0;
-  }
+  if (mode == Mode::bootloader) return 2;
+  return mode == Mode::dab || mode == Mode::fm ? 3 : 0;
 }
 
 std::string check_form(const Command_rule& rule, size_t length, Mode mode) {
@@ -103,23 +96,17 @@ uint8_t Chip::reply_byte(size_t number) {
   return ready() && at < response_.size() ? response_[at] : uint8_t{0};
 }
 
+// A receiver whose application does not run has nothing to report.
 uint8_t Chip::status_byte(unsigned number) const {
   unsigned bits = 0;
-  if (number == 0) {
-    if (ready()) bits |= status0_cts;
-    if (ready() && command_error_) bits |= status0_command_error;
-    if (core_.mode == Mode::dab) {
-      if (core_.dab.status_interrupts() != 0) bits |= status0_link_change;
-      if (core_.dab.packets_waiting() != 0) bits |= status0_service_data;
-    }
-    if ((core_.mode == Mode::dab && core_.dab.tune_complete()) || (core_.mode == Mode::fm && core_.fm.seek_complete()))
-      bits |= status0_tune_complete;
-  }
-  if (number == 1 && core_.mode == Mode::dab && core_.dab.events() != 0) bits |= status1_event;
-  if (number == 3) {
-    bits |= power_up_state(ready() ? core_.mode : old_mode_) << 6;
-    if (command_overflow_) bits |= status3_command_overflow;
-  }
+  if (number == 0)
+    bits = bit(ready(), status0_cts) | bit(ready() && command_error_, status0_command_error) |
+           bit(core_.dab.status_interrupts() != 0, status0_link_change) |
+           bit(core_.dab.packets_waiting() != 0, status0_service_data) |
+           bit(core_.dab.tune_complete() || core_.fm.seek_complete(), status0_tune_complete);
+  if (number == 1) bits = bit(core_.dab.events() != 0, status1_event);
+  if (number == 3)
+    bits = power_up_state(ready() ? core_.mode : old_mode_) << 6 | bit(command_overflow_, status3_command_overflow);
   return static_cast<uint8_t>(bits);
 }
 

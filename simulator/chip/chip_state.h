@@ -30,12 +30,15 @@ struct Dab_state {
   std::optional<uint8_t> tuned_index{};
   uint16_t antenna_cap = 0;       ///< as the tune asked for it, 0: chosen by the chip
   bool tuning = false;            ///< the tune is not over
-  bool tune_complete = true;      ///< STCINT
+  bool tune_complete = true;      ///< STCINT; true, since a state made by hand names an index that is tuned to
   uint8_t status_interrupts = 0;  ///< unacknowledged, as DAB_DIGRAD_STATUS reports them
   uint8_t events = 0;             ///< unacknowledged, as DAB_GET_EVENT_STATUS reports them
   uint32_t lists_arrived = 0;     ///< versions of the ensemble's service list so far
   std::vector<Running_service> running{};
 };
+
+/// Before the first tune.
+inline const Dab_state not_tuned{.tune_complete = false};
 
 struct Fm_state {
   uint32_t khz = 87500;

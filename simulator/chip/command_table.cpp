@@ -51,13 +51,7 @@ constexpr Command_rule rules[] = {
 
 Answer refuse_unknown(Chip_core& /*chip*/, Bytes /*command*/) { return refuse("the chip has no such command"); }
 
-constexpr Command_rule unknown_command = {.opcode = 0xFF,
-                                          .modes = 0xFF,
-                                          .persistent = false,
-                                          .shortest = 1,
-                                          .longest = 4096,
-                                          .busy = 100us,
-                                          .carry_out = refuse_unknown};
+constexpr Command_rule unknown_command = {0xFF, 0xFF, false, 1, 4096, 100us, refuse_unknown};
 
 }  // namespace
 

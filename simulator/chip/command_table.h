@@ -21,6 +21,17 @@ struct Answer {
 
 inline Answer refuse(std::string why) { return {.refusal = std::move(why)}; }
 
+/// Carries out a command. It gets the whole command, whose length has been checked.
+using Command_handler = Answer(Chip_core& chip, Bytes command);
+
+Command_handler power_up, load_init, host_load, flash_load, boot;
+Command_handler get_part_info, get_sys_state, get_func_info, set_property, get_property;
+Command_handler dab_set_freq_list, dab_get_freq_list, dab_tune_freq;
+Command_handler dab_digrad_status, dab_get_event_status, dab_get_time;
+Command_handler get_digital_service_list, start_digital_service, stop_digital_service;
+Command_handler get_digital_service_data, dab_get_component_info;
+Command_handler fm_seek_start, fm_rsq_status, fm_rds_status;
+
 /// One command of the chip.
 struct Command_rule {
   uint8_t opcode;
@@ -29,41 +40,10 @@ struct Command_rule {
   uint16_t shortest;  ///< bytes that the host sends, opcode included
   uint16_t longest;
   Time busy;  ///< how long clear-to-send stays low
-  Answer (*carry_out)(Chip_core& chip, Bytes command);
+  Command_handler* carry_out;
 };
 
 /// The rule of a command; for an opcode that the chip does not know, one that always refuses.
 const Command_rule& find_command(uint8_t opcode);
-
-// The commands, by what they are about. Each gets the whole command, whose length has been checked.
-
-Answer power_up(Chip_core& chip, Bytes command);
-Answer load_init(Chip_core& chip, Bytes command);
-Answer host_load(Chip_core& chip, Bytes command);
-Answer flash_load(Chip_core& chip, Bytes command);
-Answer boot(Chip_core& chip, Bytes command);
-
-Answer get_part_info(Chip_core& chip, Bytes command);
-Answer get_sys_state(Chip_core& chip, Bytes command);
-Answer get_func_info(Chip_core& chip, Bytes command);
-Answer set_property(Chip_core& chip, Bytes command);
-Answer get_property(Chip_core& chip, Bytes command);
-
-Answer dab_set_freq_list(Chip_core& chip, Bytes command);
-Answer dab_get_freq_list(Chip_core& chip, Bytes command);
-Answer dab_tune_freq(Chip_core& chip, Bytes command);
-Answer dab_digrad_status(Chip_core& chip, Bytes command);
-Answer dab_get_event_status(Chip_core& chip, Bytes command);
-Answer dab_get_time(Chip_core& chip, Bytes command);
-
-Answer get_digital_service_list(Chip_core& chip, Bytes command);
-Answer start_digital_service(Chip_core& chip, Bytes command);
-Answer stop_digital_service(Chip_core& chip, Bytes command);
-Answer get_digital_service_data(Chip_core& chip, Bytes command);
-Answer dab_get_component_info(Chip_core& chip, Bytes command);
-
-Answer fm_seek_start(Chip_core& chip, Bytes command);
-Answer fm_rsq_status(Chip_core& chip, Bytes command);
-Answer fm_rds_status(Chip_core& chip, Bytes command);
 
 }  // namespace sim

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "simulator/chip/bytes.h"
+
 namespace sim {
 
 namespace {
@@ -19,21 +21,20 @@ constexpr Time long_ago = 24h;  // anything that was in progress is over by now
 
 }  // namespace
 
-void Dab_receiver::reset() { state_ = {.tune_complete = false}; }
+void Dab_receiver::reset() { state_ = not_tuned; }
 
 const std::vector<uint32_t>& Dab_receiver::frequencies() const {
   return state_.loaded_frequencies.empty() ? air_.frequencies : state_.loaded_frequencies;
 }
 
 void Dab_receiver::tune(uint8_t index, uint16_t antenna_cap, Time now) {
-  Dab_state tuned{.loaded_frequencies = std::move(state_.loaded_frequencies)};
-  tuned.tuned_index = index;
-  tuned.antenna_cap = antenna_cap;
-  tuned.tuning = true;
-  tuned.tune_complete = false;
-  state_ = std::move(tuned);
-  const Ensemble* there = ensemble();
-  tune_over_ = now + (there != nullptr && there->valid ? tune_with_signal : tune_without_signal);
+  state_ = {.loaded_frequencies = std::move(state_.loaded_frequencies),
+            .tuned_index = index,
+            .antenna_cap = antenna_cap,
+            .tuning = true,
+            .tune_complete = false};
+  const Ensemble* tuned_to = ensemble();
+  tune_over_ = now + (tuned_to != nullptr && tuned_to->valid ? tune_with_signal : tune_without_signal);
 }
 
 bool Dab_receiver::hold_tune() {
@@ -71,21 +72,16 @@ void Dab_receiver::finish_tune() {
                       (acquired() ? "ensemble acquired" : "no ensemble acquired"));
   const Signal received = signal();
   was_acquired_ = acquired();
-  unsigned interrupts = 0;
-  if (received.hardmute) interrupts |= digrad_hardmute;
-  if (received.fic_error) interrupts |= digrad_fic_error;
-  if (received.rssi_high) interrupts |= digrad_rssi_high;
-  if (received.rssi_low) interrupts |= digrad_rssi_low;
-  if (acquired()) interrupts |= digrad_acquired;
-  state_.status_interrupts = static_cast<uint8_t>(interrupts);
+  state_.status_interrupts =
+      static_cast<uint8_t>(bit(received.hardmute, digrad_hardmute) | bit(received.fic_error, digrad_fic_error) |
+                           bit(received.rssi_high, digrad_rssi_high) | bit(received.rssi_low, digrad_rssi_low) |
+                           bit(acquired(), digrad_acquired));
   if (!acquired()) return;
   const Ensemble& found = *ensemble();
-  unsigned events = 0;
-  if (found.reconfiguration) events |= event_reconfiguration;
-  if (found.reconfiguration_warning) events |= event_reconfiguration_warning;
-  if (found.announcement) events |= event_announcement;
-  if (found.frequency_info) events |= event_frequency_info;
-  state_.events = static_cast<uint8_t>(events);
+  state_.events = static_cast<uint8_t>(bit(found.reconfiguration, event_reconfiguration) |
+                                       bit(found.reconfiguration_warning, event_reconfiguration_warning) |
+                                       bit(found.announcement, event_announcement) |
+                                       bit(found.frequency_info, event_frequency_info));
 }
 
 uint32_t Dab_receiver::tuned_khz() const {
@@ -96,11 +92,11 @@ uint32_t Dab_receiver::tuned_khz() const {
 const Ensemble* Dab_receiver::ensemble() const { return state_.tuned_index ? ensemble_on(air_, tuned_khz()) : nullptr; }
 
 Signal Dab_receiver::signal() const {
-  const Ensemble* there = ensemble();
-  if (there == nullptr || state_.tuning) return air_.noise;
-  if (there->fading.empty()) return there->signal;
-  Signal received = there->signal;
-  const Fade_point now = signal_at(there->fading, clock_.on_air());
+  const Ensemble* tuned_to = ensemble();
+  if (tuned_to == nullptr || state_.tuning) return air_.noise;
+  if (tuned_to->fading.empty()) return tuned_to->signal;
+  Signal received = tuned_to->signal;
+  const Fade_point now = signal_at(tuned_to->fading, clock_.on_air());
   received.rssi = now.rssi;
   received.snr = now.snr;
   received.fic_quality = now.quality;
@@ -113,9 +109,9 @@ uint16_t Dab_receiver::antenna_cap() const {
 }
 
 bool Dab_receiver::valid() const {
-  const Ensemble* there = ensemble();
-  return there != nullptr && !state_.tuning && there->valid &&
-         (there->fading.empty() || signal().rssi >= detectable_rssi);
+  const Ensemble* tuned_to = ensemble();
+  return tuned_to != nullptr && !state_.tuning && tuned_to->valid &&
+         (tuned_to->fading.empty() || signal().rssi >= detectable_rssi);
 }
 
 bool Dab_receiver::acquired() const {
@@ -176,7 +172,8 @@ std::optional<Dab_receiver::Packet> Dab_receiver::fetch_packet() {
 void Dab_receiver::restore(const Dab_state& state, Time now) {
   state_ = state;
   if (tuned_khz() == 0) {  // the list has become shorter than the index, or there was no tune
-    state_ = {.loaded_frequencies = state.loaded_frequencies, .tune_complete = false};
+    state_ = not_tuned;
+    state_.loaded_frequencies = state.loaded_frequencies;
     return;
   }
   tune_over_ = now - long_ago;

@@ -95,9 +95,9 @@ class Dab_receiver {
   const Broadcast& air_;
   const Clock& clock_;
   Observer& observer_;
-  Dab_state state_{.tune_complete = false};
+  Dab_state state_ = not_tuned;
   Time tune_over_{};           // when the tune is, or was, complete
-  bool was_acquired_ = false;  // with a fading: at the last look
+  bool was_acquired_ = false;  // with a fading: when it was last checked
 };
 
 }  // namespace sim

@@ -11,18 +11,18 @@ namespace {
 
 constexpr uint8_t audio_service = 0;
 constexpr uint8_t data_service = 1;
+constexpr unsigned packet_ready = 0x01;  // reply byte 4 of GET_DIGITAL_SERVICE_DATA
 
 struct Named_component {
-  uint32_t service_id;
-  uint32_t component_id;
-  const Component* component;  // null: there is none
-  std::string refusal;
+  uint32_t service_id = 0;
+  uint32_t component_id = 0;
+  const Component* component = nullptr;
+  std::string refusal{};
 };
 
 // Bytes 4 to 11 of several commands: service id, component id.
 Named_component named_component(const Chip_core& chip, Bytes command) {
-  Named_component named{
-      .service_id = le32(command, 4), .component_id = le32(command, 8), .component = nullptr, .refusal = {}};
+  Named_component named{.service_id = le32(command, 4), .component_id = le32(command, 8)};
   const Service_list* list = chip.dab.list();
   if (list != nullptr) named.component = find_component(*list, named.service_id, named.component_id);
   if (list == nullptr)
@@ -35,8 +35,7 @@ Named_component named_component(const Chip_core& chip, Bytes command) {
 
 // START and STOP have the same form: type of service, 0, 0, ids.
 Named_component component_of_type(const Chip_core& chip, Bytes command) {
-  if (command[2] != 0 || command[3] != 0)
-    return {.service_id = 0, .component_id = 0, .component = nullptr, .refusal = "argument bytes 2 and 3 are not 0"};
+  if (command[2] != 0 || command[3] != 0) return {.refusal = "argument bytes 2 and 3 are not 0"};
   Named_component named = named_component(chip, command);
   if (named.component == nullptr) return named;
   const uint8_t type = named.component->tmid == 0 ? audio_service : data_service;
@@ -74,7 +73,7 @@ Answer dab_get_component_info(Chip_core& chip, Bytes command) {
   return {.response = encode_component_info(*named.component)};
 }
 
-// One packet per command. Reply byte 4: bit 0 a packet is ready; byte 5: packets in the queue, this one included.
+// One packet per command. Reply byte 5: packets in the queue, this one included.
 Answer get_digital_service_data(Chip_core& chip, Bytes command) {
   constexpr size_t largest_count = 255;
   constexpr unsigned new_object = 3;  // service state: a data object begins
@@ -87,7 +86,7 @@ Answer get_digital_service_data(Chip_core& chip, Bytes command) {
   if (!packet) return {.response = std::vector<uint8_t>(head_length)};
   const Component& component = *packet->component;
   const Data_segment& segment = *packet->segment;
-  put8(response, 1);
+  put8(response, packet_ready);
   put8(response, static_cast<unsigned>(std::min(waiting, largest_count)));
   put8(response, segment.number == 0 ? new_object : playing);
   put8(response, (component.data_source & 0x03U) << 6 | (component.type & 0x3FU));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Commands for DAB reception: frequency list, tune, status, events, time.
 #include <algorithm>
-#include <ctime>
+#include <chrono>
 
 #include "simulator/chip/command_table.h"
 
@@ -9,30 +9,27 @@ namespace sim {
 
 namespace {
 
+using namespace std::chrono;
+
+// The argument of DAB_DIGRAD_STATUS, then that of DAB_GET_EVENT_STATUS.
 constexpr unsigned acknowledge_status = 0x08;
 constexpr unsigned acknowledge_tune = 0x01;
+constexpr unsigned acknowledge_events = 0x01;
+// Byte 5 of the event status   ......FL   available: F frequency information, L service list
+constexpr unsigned frequency_info_available = 0x02;
+constexpr unsigned list_available = 0x01;
 constexpr uint16_t largest_antenna_cap = 128;
 
-Date_time broken_down(std::time_t seconds) {
-  std::tm parts{};
-  gmtime_r(&seconds, &parts);
-  return {.year = static_cast<uint16_t>(parts.tm_year + 1900),
-          .month = static_cast<uint8_t>(parts.tm_mon + 1),
-          .day = static_cast<uint8_t>(parts.tm_mday),
-          .hour = static_cast<uint8_t>(parts.tm_hour),
-          .minute = static_cast<uint8_t>(parts.tm_min),
-          .second = static_cast<uint8_t>(parts.tm_sec)};
-}
+// Of DAB_GET_TIME.
+constexpr uint8_t local_time = 0;
+constexpr uint8_t utc = 1;
 
-std::time_t seconds_of(const Date_time& time) {
-  std::tm parts{};
-  parts.tm_year = time.year - 1900;
-  parts.tm_mon = time.month - 1;
-  parts.tm_mday = time.day;
-  parts.tm_hour = time.hour;
-  parts.tm_min = time.minute;
-  parts.tm_sec = time.second;
-  return timegm(&parts);
+// The UTC that the ensembles send.
+sys_seconds utc_of(const Broadcast& air) {
+  if (!air.time) return floor<seconds>(system_clock::now());
+  const Date_time& time = *air.time;
+  return sys_days(year(time.year) / time.month / time.day) + hours(time.hour) + minutes(time.minute) +
+         seconds(time.second);
 }
 
 }  // namespace
@@ -75,15 +72,10 @@ Answer dab_digrad_status(Chip_core& chip, Bytes command) {
   if ((command[1] & ~(acknowledge_status | acknowledge_tune)) != 0) return refuse("unknown bits in the argument byte");
   Dab_receiver& dab = chip.dab;
   const Signal signal = dab.signal();
-  unsigned present = 0;
-  if (signal.hardmute) present |= digrad_hardmute;
-  if (signal.fic_error) present |= digrad_fic_error;
-  if (dab.acquired()) present |= digrad_acquired;
-  if (dab.valid()) present |= digrad_valid;
-
   std::vector<uint8_t> response;
   put8(response, dab.status_interrupts());
-  put8(response, present);
+  put8(response, bit(signal.hardmute, digrad_hardmute) | bit(signal.fic_error, digrad_fic_error) |
+                     bit(dab.acquired(), digrad_acquired) | bit(dab.valid(), digrad_valid));
   put8(response, static_cast<unsigned>(signal.rssi));
   put8(response, static_cast<unsigned>(signal.snr));
   put8(response, signal.fic_quality);
@@ -100,33 +92,33 @@ Answer dab_digrad_status(Chip_core& chip, Bytes command) {
   return {.response = response};
 }
 
-// byte 5 of the reply   ......FL   available: F frequency information, L service list
 Answer dab_get_event_status(Chip_core& chip, Bytes command) {
-  if (command[1] > 1) return refuse("unknown bits in the argument byte");
+  if ((command[1] & ~acknowledge_events) != 0) return refuse("unknown bits in the argument byte");
   Dab_receiver& dab = chip.dab;
   const Service_list* list = dab.list();
   std::vector<uint8_t> response;
   put8(response, dab.events());
-  put8(response, (dab.frequency_info() ? 2U : 0U) | (list != nullptr ? 1U : 0U));
+  put8(response, bit(dab.frequency_info(), frequency_info_available) | bit(list != nullptr, list_available));
   put16(response, list != nullptr ? list->version : 0);
-  if (command[1] == 1) dab.acknowledge_events();
+  if ((command[1] & acknowledge_events) != 0) dab.acknowledge_events();
   return {.response = response};
 }
 
 Answer dab_get_time(Chip_core& chip, Bytes command) {
-  const bool utc = command[1] == 1;
-  if (command[1] > 1) return refuse("unknown kind of time");
+  if (command[1] != local_time && command[1] != utc) return refuse("unknown kind of time");
   if (!chip.dab.acquired()) return refuse("no ensemble is acquired");
-  std::time_t seconds = chip.air.time ? seconds_of(*chip.air.time) : std::time(nullptr);
-  if (!utc) seconds += std::time_t{60} * chip.air.local_offset_minutes;
-  const Date_time time = broken_down(seconds);
+  sys_seconds now = utc_of(chip.air);
+  if (command[1] == local_time) now += minutes(chip.air.local_offset_minutes);
+  const sys_days day = floor<days>(now);
+  const year_month_day date(day);
+  const hh_mm_ss time(now - day);
   std::vector<uint8_t> response;
-  put16(response, time.year);
-  put8(response, time.month);
-  put8(response, time.day);
-  put8(response, time.hour);
-  put8(response, time.minute);
-  put8(response, time.second);
+  put16(response, static_cast<unsigned>(int{date.year()}));
+  put8(response, unsigned{date.month()});
+  put8(response, unsigned{date.day()});
+  put8(response, static_cast<unsigned>(time.hours().count()));
+  put8(response, static_cast<unsigned>(time.minutes().count()));
+  put8(response, static_cast<unsigned>(time.seconds().count()));
   return {.response = response};
 }
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "simulator/chip/bytes.h"
+
 namespace sim {
 
 namespace {
@@ -16,22 +18,23 @@ constexpr Time seek_time_per_khz = 60us;
 
 void Fm_receiver::reset() {
   state_ = {};
-  arrive();
+  finish_seek();
   state_.seek_complete = false;
 }
 
 void Fm_receiver::seek(bool up, bool wrap, Time now) {
-  const Landing landing = look_for_station(up, wrap);
-  state_ = {.khz = landing.khz, .seeking = true, .band_limit = landing.band_limit};
-  over_ = now + landing.distance * seek_time_per_khz;
+  const Seek_end end = find_seek_end(up, wrap);
+  state_ = {.khz = end.khz, .seeking = true, .band_limit = end.band_limit};
+  over_ = now + end.distance * seek_time_per_khz;
 }
 
-// The nearest station in the direction of the seek, counting distances around the band's end when the seek wraps.
-Fm_receiver::Landing Fm_receiver::look_for_station(bool up, bool wrap) const {
+// The nearest station in the direction of the seek; a seek that wraps goes on from the other end of the band.
+Fm_receiver::Seek_end Fm_receiver::find_seek_end(bool up, bool wrap) const {
   constexpr uint32_t band_width = fm_band_top - fm_band_bottom;
   const uint32_t to_limit = up ? fm_band_top - state_.khz : state_.khz - fm_band_bottom;
-  Landing nearest = wrap ? Landing{.khz = state_.khz, .distance = band_width, .band_limit = true}
-                         : Landing{.khz = up ? fm_band_top : fm_band_bottom, .distance = to_limit, .band_limit = true};
+  Seek_end nearest = wrap
+                         ? Seek_end{.khz = state_.khz, .distance = band_width, .band_limit = true}
+                         : Seek_end{.khz = up ? fm_band_top : fm_band_bottom, .distance = to_limit, .band_limit = true};
   for (const Fm_station& station : air_.fm.stations) {
     if (!station.signal.valid || station.khz == state_.khz) continue;
     const bool ahead = (station.khz > state_.khz) == up;
@@ -51,23 +54,20 @@ bool Fm_receiver::hold_seek() {
 
 void Fm_receiver::settle(Time now) {
   if (state_.seeking && now >= over_) {
-    arrive();
+    finish_seek();
     observer_.event(
         over_, event::chip,
         "seek ended at " + std::to_string(state_.khz) + " kHz" + (state_.band_limit ? ", no station found" : ""));
   }
 }
 
-void Fm_receiver::arrive() {
+void Fm_receiver::finish_seek() {
   state_.seeking = false;
   state_.seek_complete = true;
   const Fm_signal received = signal();
-  unsigned interrupts = 0;
-  if (received.snr_high) interrupts |= fm_snr_high;
-  if (received.snr_low) interrupts |= fm_snr_low;
-  if (received.rssi_high) interrupts |= fm_rssi_high;
-  if (received.rssi_low) interrupts |= fm_rssi_low;
-  state_.signal_interrupts = static_cast<uint8_t>(interrupts);
+  state_.signal_interrupts =
+      static_cast<uint8_t>(bit(received.snr_high, fm_snr_high) | bit(received.snr_low, fm_snr_low) |
+                           bit(received.rssi_high, fm_rssi_high) | bit(received.rssi_low, fm_rssi_low));
 }
 
 Fm_signal Fm_receiver::signal() const {

@@ -50,13 +50,13 @@ class Fm_receiver {
   void restore(const Fm_state& state, Time now);
 
  private:
-  struct Landing {
+  struct Seek_end {
     uint32_t khz;
     uint32_t distance;  // kHz passed on the way
     bool band_limit;
   };
-  Landing look_for_station(bool up, bool wrap) const;
-  void arrive();
+  Seek_end find_seek_end(bool up, bool wrap) const;
+  void finish_seek();
 
   const Broadcast& air_;
   const Clock& clock_;

@@ -12,15 +12,20 @@ constexpr unsigned part_number = 4684;
 
 // What each application image reports about itself.
 struct Image_info {
-  unsigned number;  // as GET_SYS_STATE reports it
+  uint8_t number;  // as GET_SYS_STATE reports it
   unsigned major, minor, build;
-  unsigned flags;  // N.LL..ML   N no revision id, LL build location, M mixed revisions, L local modifications
+  unsigned flags;  // N.LL..ml   N no revision id, LL build location, m mixed revisions, l local modifications
   uint32_t revision_id;
 };
 
+constexpr unsigned location(unsigned number) { return number << 4; }
+constexpr unsigned mixed_revisions = 0x02;
+constexpr unsigned local_modifications = 0x01;
+
 constexpr Image_info dab_image = {
-    .number = 2, .major = 5, .minor = 0, .build = 5, .flags = 0x22, .revision_id = 119491};
-constexpr Image_info fm_image = {.number = 1, .major = 5, .minor = 0, .build = 4, .flags = 0x31, .revision_id = 118203};
+    .number = 2, .major = 5, .minor = 0, .build = 5, .flags = location(2) | mixed_revisions, .revision_id = 119491};
+constexpr Image_info fm_image = {
+    .number = 1, .major = 5, .minor = 0, .build = 4, .flags = location(3) | local_modifications, .revision_id = 118203};
 
 const Image_info& running_image(const Chip_core& chip) { return chip.mode == Mode::dab ? dab_image : fm_image; }
 
@@ -39,10 +44,7 @@ Answer get_part_info(Chip_core& /*chip*/, Bytes command) {
 
 Answer get_sys_state(Chip_core& chip, Bytes command) {
   if (command[1] != 0) return refuse("argument byte is not 0");
-  std::vector<uint8_t> response;
-  put8(response, chip.mode == Mode::bootloader ? 0 : running_image(chip).number);
-  put8(response, 0);
-  return {.response = response};
+  return {.response = {chip.mode == Mode::bootloader ? uint8_t{0} : running_image(chip).number, 0}};
 }
 
 Answer get_func_info(Chip_core& chip, Bytes command) {
@@ -69,7 +71,8 @@ Answer set_property(Chip_core& chip, Bytes command) {
 }
 
 Answer get_property(Chip_core& chip, Bytes command) {
-  if (command[1] != 1) return refuse("only one property can be read at a time");
+  constexpr uint8_t one_property = 1;
+  if (command[1] != one_property) return refuse("only one property can be read at a time");
   const uint16_t id = le16(command, 2);
   const std::optional<uint16_t> value = chip.properties.get(id);
   if (!value) return refuse("the running image has no property " + std::to_string(id));

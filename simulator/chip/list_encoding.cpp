@@ -10,8 +10,6 @@ namespace {
 
 constexpr size_t label_length = 16;
 
-unsigned bit(bool set, unsigned number) { return set ? 1U << number : 0U; }
-
 void put_label(std::vector<uint8_t>& out, const std::string& label) {
   for (size_t i = 0; i < label_length; ++i) put8(out, i < label.size() ? static_cast<uint8_t>(label[i]) : uint8_t{' '});
 }
@@ -19,11 +17,15 @@ void put_label(std::vector<uint8_t>& out, const std::string& label) {
 //   byte 4   .LPPPPPD   L linking, P programme type, D data service
 //   byte 5   lCCCNNNN   l local, C conditional access id, N number of components
 //   byte 6   ....SSSS   S character set
+constexpr unsigned data_service = 0x01;
+constexpr unsigned linking = 0x40;
+constexpr unsigned local = 0x80;
+
 void put_service(std::vector<uint8_t>& out, const Service& service) {
   put32(out, service.id);
-  put8(out, bit(service.data, 0) | (service.programme_type & 0x1FU) << 1 | bit(service.linking, 6));
-  put8(out,
-       static_cast<unsigned>(service.components.size() & 0x0F) | (service.ca_id & 0x07U) << 4 | bit(service.local, 7));
+  put8(out, bit(service.data, data_service) | (service.programme_type & 0x1FU) << 1 | bit(service.linking, linking));
+  put8(out, static_cast<unsigned>(service.components.size() & 0x0F) | (service.ca_id & 0x07U) << 4 |
+                bit(service.local, local));
   put8(out, service.charset & 0x0FU);
   put8(out, 0);
   put_label(out, service.label);
@@ -32,10 +34,14 @@ void put_service(std::vector<uint8_t>& out, const Service& service) {
 //   bytes 0, 1   the component id
 //   byte 2       TTTTTTPC   T type, P primary, C conditional access
 //   byte 3       .......M   M component info valid
+constexpr unsigned conditional_access = 0x01;
+constexpr unsigned primary = 0x02;
+constexpr unsigned info_valid = 0x01;
+
 void put_component(std::vector<uint8_t>& out, const Component& component) {
   put16(out, component.component_id());
-  put8(out, bit(component.ca, 0) | bit(component.ps, 1) | (component.type & 0x3FU) << 2);
-  put8(out, bit(component.mua, 0));
+  put8(out, bit(component.ca, conditional_access) | bit(component.ps, primary) | (component.type & 0x3FU) << 2);
+  put8(out, bit(component.mua, info_valid));
 }
 
 }  // namespace

@@ -37,15 +37,14 @@ const Property_rule* find_rule(uint16_t id, Mode mode) {
 
 void Properties::reset(Mode mode) {
   mode_ = mode;
-  values_.clear();
-  for (const Property_rule& rule : rules)
-    if ((rule.modes & static_cast<unsigned>(mode)) != 0) values_[rule.id] = rule.default_value;
+  changed_.clear();
 }
 
 std::optional<uint16_t> Properties::get(uint16_t id) const {
-  const auto found = values_.find(id);
-  if (found == values_.end()) return std::nullopt;
-  return found->second;
+  const Property_rule* rule = find_rule(id, mode_);
+  if (rule == nullptr) return std::nullopt;
+  const auto found = changed_.find(id);
+  return found != changed_.end() ? found->second : rule->default_value;
 }
 
 bool Properties::accepts(uint16_t id, uint16_t value) const {
@@ -53,11 +52,9 @@ bool Properties::accepts(uint16_t id, uint16_t value) const {
   return rule != nullptr && value <= rule->largest;
 }
 
-std::map<uint16_t, uint16_t> Properties::changed() const {
-  std::map<uint16_t, uint16_t> differing;
-  for (const auto& [id, value] : values_)
-    if (value != find_rule(id, mode_)->default_value) differing[id] = value;
-  return differing;
+void Properties::set(uint16_t id, uint16_t value) {
+  changed_[id] = value;
+  if (value == find_rule(id, mode_)->default_value) changed_.erase(id);
 }
 
 }  // namespace sim

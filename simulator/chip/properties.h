@@ -20,17 +20,18 @@ class Properties {
   std::optional<uint16_t> get(uint16_t id) const;
   bool accepts(uint16_t id, uint16_t value) const;
   /// Sets a property that accepts the value.
-  void set(uint16_t id, uint16_t value) { values_[id] = value; }
+  void set(uint16_t id, uint16_t value);
 
   /// Those that differ from their default.
-  std::map<uint16_t, uint16_t> changed() const;
+  const std::map<uint16_t, uint16_t>& changed() const { return changed_; }
   bool operator==(const Properties&) const = default;
 
  private:
   Mode mode_ = Mode::reset;
-  std::map<uint16_t, uint16_t> values_;
+  std::map<uint16_t, uint16_t> changed_;
 };
 
-inline constexpr uint16_t fm_rds_config = 0x3C02;  ///< bit 0: radio data is received
+inline constexpr uint16_t fm_rds_config = 0x3C02;
+inline constexpr unsigned rds_switched_on = 0x01;  ///< in `fm_rds_config`: radio data is received
 
 }  // namespace sim
