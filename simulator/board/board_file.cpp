@@ -4,28 +4,17 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "simulator/broadcast/broadcast_file.h"
 
 namespace sim {
 
-struct Bus_fault_name {
-  std::string_view name;
-  Bus_fault fault;
+constexpr std::pair<Bus_fault, std::string_view> bus_faults[] = {
+    {Bus_fault::zeros, "zeros"},           {Bus_fault::ones, "ones"},
+    {Bus_fault::flip_bit, "flip_bit"},     {Bus_fault::shift, "shift"},
+    {Bus_fault::reset_chip, "reset_chip"}, {Bus_fault::never_done, "never_done"},
 };
-
-constexpr Bus_fault_name bus_faults[] = {
-    {"zeros", Bus_fault::zeros},           {"ones", Bus_fault::ones},
-    {"flip_bit", Bus_fault::flip_bit},     {"shift", Bus_fault::shift},
-    {"reset_chip", Bus_fault::reset_chip}, {"never_done", Bus_fault::never_done},
-};
-
-static Bus_fault read_bus_fault(const Json_reader& json) {
-  const std::string name = json.text();
-  for (const Bus_fault_name& known : bus_faults)
-    if (known.name == name) return known.fault;
-  json.fail("unknown bus fault " + in_quotes(name));
-}
 
 static std::array<uint8_t, 4> read_status(const Json_reader& json) {
   const std::vector<uint8_t> bytes = json.hex();
@@ -46,7 +35,7 @@ static void members(Json_members& json, Fault& fault) {
   json("reply", [&](const Json_reader& reply) { fault.reply = reply.hex(); });
   json("property_not_kept", fault.property_not_kept);
   json("stc_never", fault.stc_never);
-  json("bus", [&](const Json_reader& bus) { fault.bus = read_bus_fault(bus); });
+  json("bus", [&](const Json_reader& bus) { fault.bus = bus.named(bus_faults, "bus fault"); });
   json("bit", fault.bit);
 }
 

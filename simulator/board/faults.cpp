@@ -96,17 +96,10 @@ std::vector<Armed_fault*> Faults::triggered_by(uint8_t opcode) {
   return triggered;
 }
 
-std::vector<std::string> Faults::never_triggered() const {
+std::vector<std::string> Faults::triggers_of(bool (*chosen)(const Armed_fault&)) const {
   std::vector<std::string> triggers;
   for (const Armed_fault& armed : all_)
-    if (!armed.triggered && !armed.overridden) triggers.push_back(describe(armed.fault));
-  return triggers;
-}
-
-std::vector<std::string> Faults::overridden() const {
-  std::vector<std::string> triggers;
-  for (const Armed_fault& armed : all_)
-    if (armed.overridden) triggers.push_back(describe(armed.fault));
+    if (chosen(armed)) triggers.push_back(describe(armed.fault));
   return triggers;
 }
 

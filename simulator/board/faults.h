@@ -69,11 +69,17 @@ class Faults {
   std::vector<Armed_fault*> triggered_by(uint8_t opcode);
 
   /// The triggers of those that changed nothing, as `describe` gives them.
-  std::vector<std::string> never_triggered() const;
+  std::vector<std::string> never_triggered() const {
+    return triggers_of([](const Armed_fault& armed) { return !armed.triggered && !armed.overridden; });
+  }
   /// The triggers of those that another fault overrode in a transaction.
-  std::vector<std::string> overridden() const;
+  std::vector<std::string> overridden() const {
+    return triggers_of([](const Armed_fault& armed) { return armed.overridden; });
+  }
 
  private:
+  std::vector<std::string> triggers_of(bool (*chosen)(const Armed_fault&)) const;
+
   std::deque<Armed_fault> all_;  // which do not move
   // Opcode, occurrence, transaction and effect: each combination belongs to one fault at most.
   std::set<std::tuple<uint8_t, uint32_t, uint64_t, unsigned>> taken_;

@@ -20,12 +20,6 @@ constexpr std::pair<Mode, std::string_view> modes[] = {{Mode::reset, "reset"},
                                                        {Mode::dab, "dab"},
                                                        {Mode::fm, "fm"}};
 
-static Mode read_mode(const Json_reader& json) {
-  for (const auto& [mode, name] : modes)
-    if (name == json.text()) return mode;
-  json.fail("unknown mode " + in_quotes(json.text()));
-}
-
 static nlohmann::json write_mode(Mode mode) {
   const auto* const known = std::ranges::find(modes, mode, &std::pair<Mode, std::string_view>::first);
   return known->second;
@@ -67,7 +61,8 @@ static void members(Json_members& json, Pin_state& pin) {
 static void members(Json_members& json, Board_state& state) {
   Chip_state& chip = state.chip;
   json.need(
-      "mode", [&](const Json_reader& mode) { chip.mode = read_mode(mode); }, [&] { return write_mode(chip.mode); });
+      "mode", [&](const Json_reader& mode) { chip.mode = mode.named(modes, "mode"); },
+      [&] { return write_mode(chip.mode); });
   json("command_error", chip.command_error);
   json("command_overflow", chip.command_overflow);
   json("properties", chip.properties);

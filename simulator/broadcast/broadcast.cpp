@@ -55,9 +55,8 @@ const Ensemble* ensemble_on(const Broadcast& air, uint32_t khz) {
 }
 
 const Fm_station* fm_station_on(const Broadcast& air, uint32_t khz) {
-  for (const Fm_station& station : air.fm.stations)
-    if (station.khz == khz) return &station;
-  return nullptr;
+  const auto found = std::ranges::find(air.fm.stations, khz, &Fm_station::khz);
+  return found != air.fm.stations.end() ? &*found : nullptr;
 }
 
 const Component* find_component(const Service_list& list, uint32_t service_id, uint32_t component_id) {

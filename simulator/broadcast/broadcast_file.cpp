@@ -72,15 +72,13 @@ static void members(Json_members& json, Ensemble& ensemble) {
 }
 
 static void read_ensembles(const Json_reader& json, Broadcast& air) {
-  for (const Json_reader& entry : json.elements(air.frequencies.size())) {
-    Ensemble ensemble;
-    Json_members::read(entry, ensemble);
+  const auto check = [&](const Json_reader& entry, const Ensemble& ensemble) {
     entry.at("index").whole_number(0, static_cast<int64_t>(air.frequencies.size()) - 1);
     if (ensemble.acquired && !ensemble.valid) entry.fail("\"acquired\" needs \"valid\"");
     for (const Ensemble& other : air.ensembles)
       if (other.index == ensemble.index) entry.fail("there is an ensemble on this index already");
-    air.ensembles.push_back(std::move(ensemble));
-  }
+  };
+  Json_members::read_list(json, air.frequencies.size(), air.ensembles, check);
 }
 
 static void members(Json_members& json, Date_time& time) {
@@ -139,14 +137,12 @@ static void members(Json_members& json, Fm_station& station) {
 
 static void read_fm_stations(const Json_reader& json, std::vector<Fm_station>& stations) {
   constexpr uint32_t raster = 10;
-  for (const Json_reader& entry : json.elements((fm_band_top - fm_band_bottom) / raster + 1)) {
-    Fm_station station;
-    Json_members::read(entry, station);
+  const auto check = [&](const Json_reader& entry, const Fm_station& station) {
     if (station.khz % raster != 0) entry.at("khz").fail("not a multiple of 10");
     for (const Fm_station& other : stations)
       if (other.khz == station.khz) entry.fail("there is a station on this frequency already");
-    stations.push_back(std::move(station));
-  }
+  };
+  Json_members::read_list(json, (fm_band_top - fm_band_bottom) / raster + 1, stations, check);
 }
 
 static void members(Json_members& json, Fm_band& fm) {

@@ -33,7 +33,8 @@ static void bytes_member(Json_members& json, std::vector<uint8_t>& bytes, size_t
   });
 }
 
-static void expect_bytes(const Json_reader& json) {
+template <typename Record>
+static void expect_bytes(const Json_reader& json, const Record& /*record*/) {
   if (json.has("text") == json.has("hex")) json.fail("needs one of \"text\" and \"hex\"");
 }
 
@@ -43,12 +44,7 @@ static void members(Json_members& json, User_application& application) {
 }
 
 static void read_user_applications(const Json_reader& json, Component& component) {
-  for (const Json_reader& entry : json.elements(most_applications)) {
-    User_application application;
-    Json_members::read(entry, application);
-    expect_bytes(entry);
-    component.user_applications.push_back(std::move(application));
-  }
+  Json_members::read_list(json, most_applications, component.user_applications, expect_bytes<User_application>);
   if (user_applications_size(component) > UINT8_MAX) json.fail("the user applications take more than 255 bytes");
 }
 
@@ -65,7 +61,7 @@ static void read_segments(const Json_reader& json, std::vector<Data_segment>& se
     Data_segment segment{.number = static_cast<uint16_t>(segments.size()),
                          .total = static_cast<uint16_t>(entries.size())};
     Json_members::read(entry, segment);
-    expect_bytes(entry);
+    expect_bytes(entry, segment);
     segments.push_back(std::move(segment));
   }
 }
@@ -104,14 +100,12 @@ static void members(Json_members& json, Component& component) {
 }
 
 static void read_components(const Json_reader& json, std::vector<Component>& components) {
-  for (const Json_reader& entry : json.elements(most_components)) {
-    Component component;
-    Json_members::read(entry, component);
+  const auto check = [&](const Json_reader& entry, const Component& component) {
     static_cast<void>(entry.at(id_rules[component.tmid].key));  // must be there
     for (const Component& other : components)
       if (other.component_id() == component.component_id()) entry.fail("the service has this component twice");
-    components.push_back(std::move(component));
-  }
+  };
+  Json_members::read_list(json, most_components, components, check);
 }
 
 // Whether it is a data service comes first: it decides how large the id may be.
@@ -128,14 +122,12 @@ static void members(Json_members& json, Service& service) {
 }
 
 static void read_services(const Json_reader& json, std::vector<Service>& services) {
-  for (const Json_reader& entry : json.elements(most_services)) {
-    Service service;
-    Json_members::read(entry, service);
+  const auto check = [&](const Json_reader& entry, const Service& service) {
     const auto same_id = [&](const Service& other) { return other.id == service.id; };
     if (std::any_of(services.begin(), services.end(), same_id))
       entry.fail("service id " + std::to_string(service.id) + " is in the list twice");
-    services.push_back(std::move(service));
-  }
+  };
+  Json_members::read_list(json, most_services, services, check);
 }
 
 static void members(Json_members& json, Service_list& list) {
@@ -165,16 +157,14 @@ std::string read_label(const Json_reader& json, size_t longest) {
 
 std::vector<Service_list> read_service_lists(const Json_reader& json) {
   std::vector<Service_list> lists;
-  for (const Json_reader& entry : json.elements()) {
-    Service_list list;
-    Json_members::read(entry, list);
+  const auto check = [&](const Json_reader& entry, const Service_list& list) {
     if (!lists.empty() && list.after <= lists.back().after)
       entry.fail("\"after_ms\" is not later than the list before");
     if (list_size(list) > largest_list_size)
       entry.fail("a list of " + std::to_string(list_size(list)) + " bytes is larger than " +
                  std::to_string(largest_list_size));
-    lists.push_back(std::move(list));
-  }
+  };
+  Json_members::read_list(json, SIZE_MAX, lists, check);
   return lists;
 }
 

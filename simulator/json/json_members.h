@@ -57,6 +57,16 @@ class Json_members {
     reader.reader_ = &json;
     members(reader, record);
   }
+  /// Appends an array of at most so many records; `check` refuses those that do not go with `records` before them.
+  template <typename Record, typename Check>
+  static void read_list(const Json_reader& json, size_t most, std::vector<Record>& records, Check check) {
+    for (const Json_reader& entry : json.elements(most)) {
+      Record record;
+      read(entry, record);
+      check(entry, record);
+      records.push_back(std::move(record));
+    }
+  }
   template <typename Record>
   static nlohmann::json write(Record record) {
     nlohmann::json object = nlohmann::json::object();

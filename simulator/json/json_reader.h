@@ -35,6 +35,13 @@ class Json_reader {
   uint32_t identifier(uint32_t largest) const;
   bool truth() const;
   std::string text() const;
+  /// One of the names of a table, by the value beside it; another text is an "unknown `what`".
+  template <typename Value, size_t count>
+  Value named(const std::pair<Value, std::string_view> (&names)[count], const std::string& what) const {
+    for (const auto& [value, name] : names)
+      if (name == text()) return value;
+    fail("unknown " + what + " " + in_quotes(text()));
+  }
   /// Text of hexadecimal digits, two for each byte, with or without blanks between the bytes.
   std::vector<uint8_t> hex() const;
 
