@@ -46,6 +46,10 @@ class Reader {
       const auto same = [&](const Entry& other) { return other.index == scan.entries.back().index; };
       if (std::ranges::count_if(scan.entries, same) > 1) fail(node, "an entry with another \"EnsemleNo\"");
     }
+    // Behind the others, which keep the order of the document's.
+    for (unsigned index = 0; index < all_entries; ++index)
+      if (std::ranges::find(scan.entries, index, &Entry::index) == scan.entries.end())
+        scan.entries.push_back({.index = index, .frequency = block_frequency(index), .measured = false});
     return {std::move(scan), std::move(document), gaps_};
   }
 

@@ -124,6 +124,8 @@ Nothing is printed if one of several files is not a scan.
   $ kelvo-survey --svg half.json | tail -n 1
   kelvo-survey: half.json: incomplete: 2 of 41 entries, 1 of 5 services at index 1
   </svg>
+  $ kelvo-survey half.json 2> /dev/null | grep -o '^Not measured: 5C, 5D'
+  Not measured: 5C, 5D
   $ kelvo-survey - - < $roof 2>&1 | head -n 1
   kelvo-survey: - is given twice: standard input is read once
 
