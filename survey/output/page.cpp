@@ -91,7 +91,7 @@ thead .services { font-weight: 400 }
     font-size: .875rem }
   .cell .bar, .cell .scale { grid-column: 1 / -1 }
   .services { grid-column: 3 }
-  .lead { font-size: .6875rem; padding: 0; text-align: right }
+  .lead { font-size: .6875rem; padding: 0; text-align: right; white-space: normal; overflow-wrap: normal }
   .stations span { display: inline-block }
 }
 @media screen and (prefers-color-scheme: dark) {

@@ -215,7 +215,7 @@ class Picture {
     text(bar_end(place) + strength_end, "end", std::to_string(entry.rssi));
     text(bar_end(place) + snr_end, "end", snr_figure(entry));
     text(bar_end(place) + services_end, "block end", service_figure(entry));
-    if (row.is_best(place)) text(bar_end(place) + lead_start, "", lead(row));
+    if (row.is_best(place)) text(bar_end(place) + lead_start, "small", lead(row));
   }
 
   void write_note(const Note& note, size_t most_lines) {

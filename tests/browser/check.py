@@ -58,6 +58,12 @@ CHECK = """(() => {
     if (!(Math.abs(length.endsWith('%') ? 100 * width / whole - parseInt(length) : width - length) < 1))
       wrong.push(`a bar of ${length} is ${width} of ${whole}`);
   }
+  const two = document.querySelector('.two');
+  if (two && two.scrollWidth > two.parentElement.clientWidth) wrong.push('two places do not fit beside each other');
+  for (const mark of document.querySelectorAll('.best .mark'))
+    for (const text of mark.parentElement.querySelectorAll('text'))
+      if (text.getBoundingClientRect().right > mark.getBoundingClientRect().right - 3)
+        wrong.push(`${JSON.stringify(text.textContent)} touches the frame`);
   if (texts < 5) wrong.push(`${texts} texts only`);
   return wrong;
 })()"""
