@@ -1,7 +1,8 @@
 #!/bin/bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# options.sh PROGRAM SOURCE_DIR: an option of the program is in all places that list options: manual, completion, the
-# rule for sudo, a session of the bytes on the wire, the fault sweep and the measured bus costs.
+# options.sh PROGRAM SOURCE_DIR: an option of the program is in all places that list options: manual (synopsis, options,
+# order of actions, rule for sudo), README, completion, a session of the bytes on the wire, the fault sweep and the
+# measured bus costs.
 set -eu
 manual_page=$2/packaging/man/man1/kelvo.1
 completion=$2/packaging/bash-completion/kelvo
@@ -41,6 +42,12 @@ lists_all() {
   diff <(grep -v "[$2]" <<<"$letters") <(grep '[a-z]' | sort -u) || { echo "< options of $1   > $3"; exit 1; }
 }
 in_lines() { grep -oE -- ' "?-[a-z]\b' | tr -d ' "-'; }
+section() { sed -n "/^\.Sh $1/,/^\.Sh/p" "$manual_page"; }
+of_macros() { grep -oE '^\.(Op |Pq )?Fl [a-z ,]+' | sed -E 's/.*Fl //; s/ .*//' | grep -o .; }
+section SYNOPSIS | of_macros | lists_all "$1" - "the synopsis of $manual_page"
+section ORDER | grep -oE '^\.Pq Fl [a-z ,]+|^\.Fl .$' | sed 's/.*Fl//' | grep -o '[a-z]' |
+  lists_all "$1" j "the order of actions in $manual_page"
+sed -n 's/^| `\([^|]*\) |.*/ \1/p' "$2/README.md" | in_lines | lists_all "$1" j "the options in $2/README.md"
 sed -n 's/^ *\\(ha//p' "$manual_page" | grep -o . | lists_all "$1" u "the rule for sudo in $manual_page"
 sed -n '/lines\[\] = {/,/^};/p' "$2/tests/sweep/sweep.cpp" | in_lines | lists_all "$1" - "$2/tests/sweep/sweep.cpp"
 # The shutdown sends nothing.
