@@ -121,11 +121,12 @@ class Chromium:
         for domain in ("Page", "Runtime", "Log", "Network"):
             self.call(f"{domain}.enable")
 
-    def show_as(self, device, scheme):
-        width, height = SIZES[device]
-        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1,
+    def show_as(self, device, scheme, height=None):
+        width, usual = SIZES[device]
+        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height or usual, deviceScaleFactor=1,
                   mobile=device == "telephone")
-        self.call("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
+        features = {"prefers-color-scheme": scheme, "prefers-reduced-motion": "reduce"}
+        self.call("Emulation.setEmulatedMedia", features=[{"name": name, "value": features[name]} for name in features])
 
     def load(self, url):
         self.events.clear()

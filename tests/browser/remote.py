@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""remote.py KELVO-REMOTE-SIM BROADCAST SCREENSHOTS: uses the page of kelvo-remote-sim in headless Chromium as a person
-does who has a keyboard only, and checks it in both sizes, light and dark. Two stations of the broadcast get names that
-are markup and right-to-left text. Exit status 1 if a check fails."""
+"""remote.py KELVO-REMOTE-SIM BROADCASTS SCREENSHOTS: uses the page of kelvo-remote-sim in headless Chromium as a person
+does who has a keyboard only, and checks it in both sizes, light and dark. Two stations of the default broadcast get names
+that are markup and right-to-left text. Draws the picture for the README. Exit status 1 if a check fails."""
 import json
 import os
 import pathlib
@@ -117,12 +117,12 @@ class Person:
         self.browser.call("Input.insertText", text=text)
 
 
-def hostile(file):
-    """The broadcast with the names."""
-    broadcast = json.loads(file.read_text())
+def hostile(broadcasts):
+    """The default broadcast with the names."""
+    broadcast = json.loads((broadcasts / "default.json").read_text())
     services = next(e for e in broadcast["ensembles"] if e["index"] == 33)["lists"][0]["services"]
-    services[1] |= {"label": MARKUP}
-    services[2] |= {"label": ARABIC.encode().decode("latin-1"), "charset": 15}
+    services[3] |= {"label": MARKUP}
+    services[4] |= {"label": ARABIC.encode().decode("latin-1"), "charset": 15}
     return broadcast
 
 
@@ -186,7 +186,7 @@ def check(browser, person):
     return wrong
 
 
-def check_all(radio, browser, screenshots):
+def check_all(radio, browser, broadcasts, screenshots):
     person, wrong = Person(browser), []
     browser.show_as("telephone", "light")
     if "--pair" not in refusal(radio.origin):
@@ -199,7 +199,39 @@ def check_all(radio, browser, screenshots):
             browser.save(screenshots / f"remote-{device}-{scheme}.png")
     wrong += browser.complaints(radio.origin)
     reconnect(radio, person)
+    person.plays("Radio Quellberg")
+    house = json.loads((broadcasts / "house.json").read_text())
+    draw_picture(browser, person, house["ensembles"][0]["fading"], screenshots / "remote.png")
     return wrong
+
+
+# Five minutes of a walk with the antenna pass at once: samples of each second, between the points of a table.
+WALK = """(fading => {
+  source.close();
+  forget();
+  const at = s => {
+    const next = fading.find(point => point.at_s > s), last = fading[fading.indexOf(next) - 1];
+    const share = (s - last.at_s) / (next.at_s - last.at_s);
+    return name => Math.round(last[name] + share * (next[name] - last[name]));
+  };
+  const slower = 8, seconds = 300;
+  for (let s = 0; s < seconds; ++s) {
+    if (s == 110) mark();
+    const value = at(s / slower);
+    takeSample({...sample, rssi: value('rssi'), snr: value('snr'), fic_quality: value('fic_quality')});
+    for (const point of [...points, ...marks]) point.at -= 1000;
+  }
+  drawHistory();
+})"""
+
+
+def draw_picture(browser, person, fading, file):
+    """The page for the README."""
+    browser.show_as("telephone", "light", height=880)
+    person.does("tone")
+    person.searches("quell")
+    browser.evaluate(f"{WALK}({json.dumps(fading)}); document.activeElement.blur(); scrollTo(0, 0)")
+    browser.save(file)
 
 
 def refusal(url):
@@ -210,15 +242,15 @@ def refusal(url):
 
 
 def main():
-    program, broadcast, screenshots = sys.argv[1], *map(pathlib.Path, sys.argv[2:])
+    program, broadcasts, screenshots = sys.argv[1], *map(pathlib.Path, sys.argv[2:])
     screenshots.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as folder:
-        radio = Radio(program, hostile(broadcast), pathlib.Path(folder))
+        radio = Radio(program, hostile(broadcasts), pathlib.Path(folder))
         browser = Chromium(f"{folder}/profile")
         try:
             radio.start()
             browser.open_tab()
-            wrong = check_all(radio, browser, screenshots)
+            wrong = check_all(radio, browser, broadcasts, screenshots)
         finally:
             browser.close()
             radio.stop()
