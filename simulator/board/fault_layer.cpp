@@ -10,6 +10,8 @@ namespace sim {
 
 namespace {
 
+constexpr uint32_t for_ever = UINT32_MAX;  // reads that do not show clear-to-send
+
 // Only one fault can have each effect.
 void take(Armed_fault*& place, Armed_fault& fault) {
   if (place != nullptr && place != &fault) place->overridden = true;
@@ -21,7 +23,7 @@ void take(Armed_fault*& place, Armed_fault& fault) {
 void Fault_layer::use(Faults faults) {
   faults_ = std::move(faults);
   in_force_.clear();
-  bus_ = property_ = stc_ = cts_never_ = cts_late_ = nullptr;
+  bus_ = property_ = stc_ = cts_ = nullptr;
   cts_low_reads_ = 0;
 }
 
@@ -43,11 +45,10 @@ void Fault_layer::begin(uint8_t opcode) {
   is_read_ = opcode == trace::rd_reply_opcode;
   if (!is_read_) {
     of_command_ = 0;
-    cts_never_ = cts_late_ = nullptr;
     cts_low_reads_ = 0;
   }
   in_force_.resize(of_command_);
-  if (cts_low_reads_ == 0) cts_late_ = nullptr;
+  if (cts_low_reads_ == 0) cts_ = nullptr;
   std::string triggers;
   for (Armed_fault* armed : faults_.triggered_by(opcode)) {
     const Fault& fault = armed->fault;
@@ -56,15 +57,17 @@ void Fault_layer::begin(uint8_t opcode) {
     if (fault.bus != Bus_fault::none) take(bus_, *armed);
     if (fault.property_not_kept) take(property_, *armed);
     if (fault.stc_never) take(stc_, *armed);
-    if (fault.cts_never) take(cts_never_, *armed);
-    if (fault.cts_low_reads != 0) {
-      take(cts_late_, *armed);
-      cts_low_reads_ = fault.cts_low_reads;
+    const uint32_t low_reads = fault.cts_never ? for_ever : fault.cts_low_reads;
+    if (low_reads != 0 && cts_low_reads_ != for_ever) {
+      take(cts_, *armed);
+      cts_low_reads_ = low_reads;
+    } else if (low_reads != 0 && armed != cts_) {
+      armed->overridden = true;
     }
   }
   if (!is_read_) of_command_ = in_force_.size();
-  cts_low_ = is_read_ && (cts_never_ != nullptr || cts_low_reads_ > 0);
-  if (cts_low_ && cts_low_reads_ > 0) --cts_low_reads_;
+  cts_low_ = is_read_ && cts_low_reads_ > 0;
+  if (cts_low_ && cts_low_reads_ != for_ever) --cts_low_reads_;
   if (!triggers.empty()) observer_.event(clock_.now(), event::fault, triggers);
   if (on_bus(Bus_fault::reset_chip)) {
     chip_.brown_out();
@@ -100,8 +103,7 @@ uint8_t Fault_layer::status_byte(unsigned number, uint8_t live) {
   bits |= live;
   if (number == 0 && cts_low_) {
     bits &= ~clear_to_send;
-    for (Armed_fault* armed : {cts_never_, cts_late_})
-      if (armed != nullptr) armed->triggered = true;
+    cts_->triggered = true;
   }
   return static_cast<uint8_t>(bits);
 }

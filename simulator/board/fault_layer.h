@@ -57,8 +57,7 @@ class Fault_layer {
   Armed_fault* bus_ = nullptr;          // in this transaction, as the next two
   Armed_fault* property_ = nullptr;
   Armed_fault* stc_ = nullptr;
-  Armed_fault* cts_never_ = nullptr;  // until the next command, as the next one
-  Armed_fault* cts_late_ = nullptr;
+  Armed_fault* cts_ = nullptr;  // until the next command
   uint32_t cts_low_reads_ = 0;  // still to come
   bool cts_low_ = false;        // in this read
 };

@@ -32,35 +32,34 @@ std::optional<uint8_t> opcode_of(const Fault& fault) {
 }
 
 // The effects that two faults cannot both have on one transaction; `status_bits` add up.
-std::array<bool, 7> exclusive_effects(const Fault& fault) {
-  return {fault.cts_never,         fault.cts_low_reads != 0, fault.status.has_value(),    fault.reply.has_value(),
-          fault.property_not_kept, fault.stc_never,          fault.bus != Bus_fault::none};
+std::array<bool, 6> exclusive_effects(const Fault& fault) {
+  return {fault.cts_never || fault.cts_low_reads != 0,
+          fault.status.has_value(),
+          fault.reply.has_value(),
+          fault.property_not_kept,
+          fault.stc_never,
+          fault.bus != Bus_fault::none};
 }
 
 bool has_effect(const Fault& fault) {
   return fault.status_bits != std::array<uint8_t, 4>{} || std::ranges::count(exclusive_effects(fault), true) != 0;
 }
 
-struct Rule {
-  const char* why;
-  bool (*broken)(const Fault& fault, const std::optional<uint8_t>& opcode);
-};
-
-constexpr Rule rules[] = {
-    {"a fault needs either a command or a transaction",
-     [](const Fault& fault, const auto&) { return fault.command.empty() == (fault.transaction == 0); }},
-    {"\"occurrence\" counts commands; it does not go with \"transaction\"",
-     [](const Fault& fault, const auto&) { return fault.transaction != 0 && fault.occurrence != 0; }},
-    {"\"bit\" and the bus fault \"flip_bit\" need each other",
-     [](const Fault& fault, const auto&) { return fault.bit.has_value() != (fault.bus == Bus_fault::flip_bit); }},
-    {"the fault has no effect", [](const Fault& fault, const auto&) { return !has_effect(fault); }},
-    {"\"property_not_kept\" needs the command SET_PROPERTY",
-     [](const Fault& fault, const auto& opcode) { return fault.property_not_kept && opcode != set_property; }},
-    {"\"stc_never\" needs the command DAB_TUNE_FREQ or FM_SEEK_START",
-     [](const Fault& fault, const auto& opcode) {
-       return fault.stc_never && opcode != dab_tune_freq && opcode != fm_seek_start;
-     }},
-};
+// @throws std::invalid_argument
+void check(const Fault& fault, const std::optional<uint8_t>& opcode) {
+  const auto need = [](bool holds, const char* otherwise) {
+    if (!holds) throw std::invalid_argument(otherwise);
+  };
+  need(fault.command.empty() != (fault.transaction == 0), "a fault needs either a command or a transaction");
+  need(fault.transaction == 0 || fault.occurrence == 0,
+       "\"occurrence\" counts commands; it does not go with \"transaction\"");
+  need(fault.bit.has_value() == (fault.bus == Bus_fault::flip_bit),
+       "\"bit\" and the bus fault \"flip_bit\" need each other");
+  need(has_effect(fault), "the fault has no effect");
+  need(!fault.property_not_kept || opcode == set_property, "\"property_not_kept\" needs the command SET_PROPERTY");
+  need(!fault.stc_never || opcode == dab_tune_freq || opcode == fm_seek_start,
+       "\"stc_never\" needs the command DAB_TUNE_FREQ or FM_SEEK_START");
+}
 
 }  // namespace
 
@@ -73,8 +72,7 @@ std::string describe(const Fault& fault) {
 
 void Faults::set(const Fault& fault) {
   const std::optional<uint8_t> opcode = opcode_of(fault);
-  for (const Rule& rule : rules)
-    if (rule.broken(fault, opcode)) throw std::invalid_argument(rule.why);
+  check(fault, opcode);
   unsigned number = 0;
   for (const bool has_it : exclusive_effects(fault))
     if (++number; has_it && !taken_.emplace(opcode.value_or(0), fault.occurrence, fault.transaction, number).second)

@@ -25,14 +25,10 @@ namespace {
 
 constexpr int exit_hang = 3;
 
-void warn_of_unknown_variables() {
-  for (const std::string& name : unknown_variables())
-    messages::print("warning: " + name + " is not a variable of the simulated board");
-}
-
 // The broadcast and the faults that the variables choose.
 Board_file chosen_files() {
-  warn_of_unknown_variables();
+  for (const std::string& name : unknown_variables())
+    messages::print("warning: " + name + " is not a variable of the simulated board");
   try {
     const std::string broadcast = variable("KELVO_SIM_BROADCAST");
     Board_file chosen =

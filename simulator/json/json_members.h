@@ -128,7 +128,16 @@ class Json_members {
     return object;
   }
 
-  void visit(std::string_view key, const Read& read, const Write& write);
+  void visit(std::string_view key, const Read& read, const Write& write) {
+    if (reader_ != nullptr) {
+      if (reader_->has(key)) read(reader_->at(key));
+    } else if (object_ != nullptr) {
+      nlohmann::json value = write ? write() : nlohmann::json();
+      if (!value.is_null()) (*object_)[std::string(key)] = std::move(value);
+    } else {
+      keys_.push_back(key);
+    }
+  }
 
   std::vector<std::string_view> keys_;
   const Json_reader* reader_ = nullptr;
