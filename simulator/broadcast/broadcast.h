@@ -101,7 +101,7 @@ size_t user_applications_size(const Component& component);
 /// The same of one application: type (2), length (1), data, padded to an even number.
 size_t application_size(const User_application& application);
 
-/// The largest list that the driver's buffer of 4096 bytes takes, with SIZE and the status before it.
+/// The largest list that fits the driver's buffer of 4096 bytes behind the status and SIZE.
 inline constexpr uint32_t largest_list_size = 4089;
 
 /// A DAB multiplex, or a signal that could be one, on one frequency.
@@ -159,7 +159,7 @@ struct Fm_station {
 };
 
 struct Fm_band {
-  Fm_signal noise{};  ///< what is received where no station is
+  Fm_signal noise{};  ///< what is received on other frequencies
   std::vector<Fm_station> stations{};
 };
 

@@ -108,7 +108,7 @@ static void read_components(const Json_reader& json, std::vector<Component>& com
   Json_members::read_list(json, most_components, components, check);
 }
 
-// Whether it is a data service comes first: it decides how large the id may be.
+// "data" is read first: it decides how large the id may be.
 static void members(Json_members& json, Service& service) {
   json("data", service.data);
   json.need("id", [&](const Json_reader& id) { service.id = id.identifier(service.data ? UINT32_MAX : UINT16_MAX); });

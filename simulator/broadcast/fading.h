@@ -8,7 +8,7 @@
 
 namespace sim {
 
-/// The signal at one moment; from one point to the next it changes evenly.
+/// The signal at one moment; from one point to the next it changes linearly.
 struct Fade_point {
   uint32_t at_s = 0;
   int8_t rssi = 0;      ///< dBµV

@@ -46,7 +46,7 @@ void put_group(std::vector<uint8_t>& out, const Rds& rds, uint8_t segment) {
     return at < rds.ps.size() && at < ps_length ? static_cast<uint8_t>(rds.ps[at]) : uint8_t{' '};
   };
   const size_t first = size_t{2} * segment;
-  constexpr unsigned filler = 205;  // alternative frequency code: nothing here
+  constexpr unsigned filler = 205;  // alternative frequency code: none
   const auto alternative = [&](size_t at) { return at < rds.af.size() ? rds.af[at] : filler; };
   put16(out, rds.pi);
   put16(out, bit(rds.tp, group_traffic_programme) | (rds.pty & 0x1FU) << 5 | bit(rds.ta, group_announcement) |

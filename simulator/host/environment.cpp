@@ -49,7 +49,7 @@ void warn_of(const std::string& what, const std::vector<std::string>& faults) {
 
 constexpr size_t all_bytes = std::numeric_limits<size_t>::max();
 
-// How many bytes of a transaction the trace shows; nothing: as it does by itself.
+// How many bytes of a transaction the trace shows; nothing: its default.
 std::optional<size_t> trace_bytes() {
   const std::string text = variable("KELVO_SIM_TRACE_BYTES");
   if (text.empty()) return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<size_t> trace_bytes() {
   return bytes;
 }
 
-// Where the state is kept by default. Directories below the home are the user's own; a home that does not exist is not
+// The default path of the state file. Its directories are created for the user alone; a home that does not exist is not
 // created.
 std::string default_state_path() {
   std::filesystem::path directory = variable("XDG_STATE_HOME");
@@ -74,7 +74,7 @@ std::string default_state_path() {
   if (directory.empty()) directory = home / ".local" / "state";
   directory /= "kelvo";
   std::filesystem::path parent;
-  for (const std::filesystem::path& name : directory)  // one that cannot be created shows when the file is locked
+  for (const std::filesystem::path& name : directory)  // failures show when the file is opened
     if (may_create) static_cast<void>(mkdir((parent /= name).c_str(), S_IRWXU));
   return directory / "board.json";
 }

@@ -51,7 +51,7 @@ int Simulated_kernel::access(const std::string& path) const {
   return !board.registers || (!is_spi && settings_.gpio_denied != 0) ? EACCES : 0;
 }
 
-// Behind the descriptor is a file: the one that the programs of a board lock, or one of the program's own.
+// The descriptor is that of a file: of the one that the programs of a board lock, or of an unnamed one.
 int Simulated_kernel::open(const std::string& path) {
   const auto found = controllers_.find(path);
   if (files_.empty() && !open_board()) {
@@ -114,8 +114,8 @@ void Simulated_kernel::wait(Time span) const {
 
 std::string Simulated_kernel::parameter(const std::string& path) const {
   const std::string module = settings_.label == "pinctrl-rp1" ? "pinctrl_rp1" : "pinctrl_bcm2835";
-  const bool is_there = path == "/sys/module/" + module + "/parameters/persist_gpio_outputs";
-  return is_there && settings_.persist != "none" ? settings_.persist + "\n" : "";
+  const bool exists = path == "/sys/module/" + module + "/parameters/persist_gpio_outputs";
+  return exists && settings_.persist != "none" ? settings_.persist + "\n" : "";
 }
 
 // The board is created first, so that its state is written after the lines are released.

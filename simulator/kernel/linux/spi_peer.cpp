@@ -135,9 +135,9 @@ int main(int argc, char** argv) {
 
   int status = 0;
   while (waitpid(command, &status, WNOHANG) == 0) {
-    constexpr int look_ms = 10;  // a reset takes many times as long
+    constexpr int poll_ms = 10;  // a reset takes many times as long
     pollfd device{.fd = bus.device(), .events = POLLIN, .revents = 0};
-    const bool message = poll(&device, 1, look_ms) > 0;
+    const bool message = poll(&device, 1, poll_ms) > 0;
     bus.follow_line();
     if (message) bus.answer();
   }
