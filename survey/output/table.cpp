@@ -94,14 +94,22 @@ void write_wrapped(std::ostream& out, std::string_view text, const Terminal& ter
   out << line << '\n';
 }
 
-// "1  Main Street 12a, roof, Springfield  2026-03-07 09:05 UTC  scan.json"
+// "1  Main Street 12a, roof, Springfield  2026-03-07 09:05 UTC  scan.json"; on a narrow terminal the time stays whole.
 void write_places(std::ostream& out, const std::vector<Scan>& scans, const Terminal& terminal) {
+  const auto fitted = [&](std::string_view text, size_t used) {
+    return clipped(text, terminal.width == 0 ? 0 : std::max(terminal.width, used + 1) - used, terminal);
+  };
   for (size_t i = 0; i < scans.size(); ++i) {
     const std::string name = place_name(scans[i]);
-    std::string line = std::to_string(i + 1) + "  " + name;
-    if (const std::string time = time_text(scan_time(scans[i])); !time.empty()) line += "  " + time;
-    if (name != scans[i].file) line += "  " + scans[i].file;
-    out << clipped(line, terminal.width, terminal) << '\n';
+    const std::string number = std::to_string(i + 1) + "  ";
+    const std::string time = time_text(scan_time(scans[i]));
+    const std::string end = (time.empty() ? "" : "  ") + time;
+    std::string line = number;
+    line.append(fitted(name, number.size() + end.size())).append(end);
+    const size_t used = columns(line) + 2;
+    if (name != scans[i].file && (terminal.width == 0 || used < terminal.width))
+      line.append("  ").append(fitted(scans[i].file, used));
+    out << line << '\n';
   }
   out << '\n';
 }

@@ -55,8 +55,8 @@ Tables.
   5B     M\xc3\xbcnchen      None                  17336     15  DE  1 (esc)
   5B     Daten        (data)           3771727873  49161  DE  1
   $ LC_ALL=C COLUMNS=40 kelvo-survey $roof $cellar | head -n 7
-  1  -Main" \Street\ 12a, roof?[2J?, City~
-  2  ensemblescan__.json  2026-03-07 09:0~
+  1  -Main" \Street~  2026-03-07 09:05 UTC
+  2  ensemblescan__~  2026-03-07 09:05 UTC
   
                 1
   Block   kHz   Signal   dBuV SNR FIC Svc
