@@ -64,7 +64,11 @@ install() {
   $as_root sh -c '
     lock="-o DPkg::Lock::Timeout=120"  # another apt may be running
     for architecture in $1; do dpkg --add-architecture "$architecture"; done
-    apt-get $lock update >/dev/null 2>&1
+    tries=24  # apt itself does not wait for the lock of its index
+    while apt-get update 2>&1 | grep -q /var/lib/apt/lists/lock && [ $tries -gt 0 ]; do
+      tries=$((tries - 1))
+      sleep 5
+    done
     why=$(DEBIAN_FRONTEND=noninteractive apt-get $lock install -y --no-install-recommends $2 2>&1 >/dev/null) ||
       { echo "$why" | grep "^E:" | head -n 1 >&2; exit 1; }' install "$architectures" "$missing" ||
     { echo "$0: cannot install; please run as root: apt-get install$missing" >&2; exit 1; }
