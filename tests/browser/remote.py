@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """remote.py KELVO-REMOTE-SIM BROADCASTS SCREENSHOTS: uses the page of kelvo-remote-sim in headless Chromium as a person
-does who has a keyboard only, and checks it in both sizes, light and dark. Two stations of the default broadcast get names
-that are markup and right-to-left text. Draws the picture for the README. Exit status 1 if a check fails."""
+does who has a keyboard only, and checks it in both sizes, light and dark. Two stations of the default broadcast get
+names that are markup and right-to-left text. Draws the picture for the README. Exit status 1 if a check fails."""
 import json
 import os
 import pathlib
@@ -48,7 +48,8 @@ class Radio:
         (folder / "broadcast.json").write_text(json.dumps(broadcast))
         self.environment = {name: value for name, value in os.environ.items() if not name.startswith("KELVO_")} | {
             "STATE_DIRECTORY": str(folder), "KELVO_SIM_BROADCAST": str(folder / "broadcast.json"),
-            "KELVO_SIM_STATE": str(folder / "board.json"), "KELVO_SIM_TRACE": str(self.trace), "KELVO_SIM_REALTIME": "0"}
+            "KELVO_SIM_STATE": str(folder / "board.json"), "KELVO_SIM_TRACE": str(self.trace),
+            "KELVO_SIM_REALTIME": "0"}
 
     def start(self):
         self.process = subprocess.Popen([*self.program, "--interval", "200"], env=self.environment,
@@ -61,7 +62,8 @@ class Radio:
         self.process.wait()
 
     def link(self):
-        output = subprocess.run([*self.program, "--pair"], env=self.environment, capture_output=True, text=True, check=True)
+        output = subprocess.run([*self.program, "--pair"], env=self.environment, stdout=subprocess.PIPE, text=True,
+                                check=True)
         return re.search(rf"{self.origin}pair\?key=[0-9a-f]+", output.stdout)[0]
 
     def await_command(self, command, *data):
@@ -93,7 +95,8 @@ class Person:
     def presses(self, key):
         text = {"text": "\r"} if key == "Enter" else {}
         for kind in ("keyDown", "keyUp"):
-            self.browser.call("Input.dispatchKeyEvent", type=kind, key=key, code=key, windowsVirtualKeyCode=KEYS[key], **text)
+            self.browser.call("Input.dispatchKeyEvent", type=kind, key=key, code=key,
+                              windowsVirtualKeyCode=KEYS[key], **text)
 
     def goes_to(self, name):
         for _ in range(200):
