@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A signal that changes with the board's time.
+// What is received: the states of a signal, and its changes with the board's time.
 #include "tests/support.h"
 
 namespace {
@@ -39,20 +39,43 @@ TEST_F(Fading_signal, GoesOnInTheNextRun) {
   EXPECT_EQ(status_after(5000ms), (std::vector<int>{15, 11, 55, 0, 0, 0, 1}));
 }
 
-TEST(Fading_station, ChangesWithItsMultipath) {
-  sim::Broadcast air = sim::default_broadcast();
-  air.fm.stations = {{.khz = 98500, .signal = {.valid = true}, .fading = {{0, 40, 20, 10}, {10, 20, 10, 110}}}};
-  sim::Board board(air);
-  sim::use_board(&board);
-  board.restore({.chip = {.mode = sim::Mode::fm, .fm = {.khz = 98500}}});
-  ASSERT_EQ(Si468x_bus_init(), 0);
-  board.wait(5s);
-  testing::internal::CaptureStdout();
-  Si468x_FM_rsq_status status;
-  EXPECT_EQ(status.get_status(), 0);
-  testing::internal::GetCapturedStdout();
+// A board that is tuned to the one FM station on the air.
+class Fm_station : public testing::Test {
+ protected:
+  Si468x_FM_rsq_status status_of(const sim::Fm_station& station, sim::Time wait) {
+    sim::Broadcast air = sim::default_broadcast();
+    air.fm.stations = {station};
+    sim::Board board(air);
+    sim::use_board(&board);
+    board.restore({.chip = {.mode = sim::Mode::fm, .fm = {.khz = station.khz}}});
+    EXPECT_EQ(Si468x_bus_init(), 0);
+    board.wait(wait);
+    Si468x_FM_rsq_status status;
+    EXPECT_EQ(status.get_new_status(), 0);
+    sim::use_board(nullptr);
+    return status;
+  }
+};
+
+TEST_F(Fm_station, FadesWithItsMultipath) {
+  const Si468x_FM_rsq_status status =
+      status_of({.khz = 98500, .signal = {.valid = true}, .fading = {{0, 40, 20, 10}, {10, 20, 10, 110}}}, 5s);
   EXPECT_EQ((std::vector<int>{status.rssi, status.snr, status.multipath}), (std::vector<int>{30, 15, 60}));
-  sim::use_board(nullptr);
+}
+
+TEST_F(Fm_station, ReportsEachStateOfItsSignalAlone) {
+  constexpr std::pair<bool sim::Fm_signal::*, uint8_t Si468x_FM_rsq_status::*> states[] = {
+      {&sim::Fm_signal::valid, &Si468x_FM_rsq_status::valid},
+      {&sim::Fm_signal::afc_railed, &Si468x_FM_rsq_status::afc_railed},
+      {&sim::Fm_signal::hd_detected, &Si468x_FM_rsq_status::hd_detected},
+      {&sim::Fm_signal::hd_detected_filtered, &Si468x_FM_rsq_status::hd_detected_filtered},
+  };
+  for (const auto& [set, reported] : states) {
+    sim::Fm_signal signal;
+    signal.*set = true;
+    const Si468x_FM_rsq_status status = status_of({.khz = 98500, .signal = signal}, 0s);
+    for (const auto& [other, bit] : states) EXPECT_EQ(status.*bit, bit == reported ? 1 : 0);
+  }
 }
 
 }  // namespace
