@@ -48,12 +48,11 @@ class Radio:
         (folder / "broadcast.json").write_text(json.dumps(broadcast))
         self.environment = {name: value for name, value in os.environ.items() if not name.startswith("KELVO_")} | {
             "STATE_DIRECTORY": str(folder), "KELVO_SIM_BROADCAST": str(folder / "broadcast.json"),
-            "KELVO_SIM_STATE": str(folder / "board.json"), "KELVO_SIM_TRACE": str(self.trace),
-            "KELVO_SIM_REALTIME": "0"}
+            "KELVO_SIM_STATE": str(folder / "board.json"), "KELVO_SIM_TRACE": str(self.trace)}
 
-    def start(self):
-        self.process = subprocess.Popen([*self.program, "--interval", "200"], env=self.environment,
-                                        stdout=subprocess.DEVNULL)
+    def start(self, realtime=False):
+        self.process = subprocess.Popen([*self.program, "--interval", "200"], stdout=subprocess.DEVNULL,
+                                        env=self.environment | {"KELVO_SIM_REALTIME": str(int(realtime))})
         host, port = self.address.split(":")
         await_true(lambda: not socket.socket().connect_ex((host, int(port))), "the program listens")
 
@@ -129,6 +128,16 @@ def hostile(broadcasts):
     return broadcast
 
 
+def cancel(radio, person):
+    """The program was started in real time, so that there is something to cancel."""
+    person.browser.load(radio.link())
+    person.does("find")
+    person.sees("step", "of 41")
+    person.presses("Enter")
+    person.awaits("document.activeElement.id == 'find' && stations.length == 0")
+    person.browser.load("about:blank")
+
+
 def use(radio, person):
     """From the link of --pair to a station, the volume, a stop, FM and back."""
     person.browser.load(radio.link())
@@ -192,9 +201,12 @@ def check(browser, person):
 def check_all(radio, browser, broadcasts, screenshots):
     person, wrong = Person(browser), []
     browser.show_as("telephone", "light")
+    cancel(radio, person)
+    radio.stop()
+    radio.start()
+    use(radio, person)
     if "--pair" not in refusal(radio.origin):
         wrong.append("the refusal does not say how to pair")
-    use(radio, person)
     for device in SIZES:
         for scheme in ("light", "dark"):
             browser.show_as(device, scheme)
@@ -249,9 +261,9 @@ def main():
     screenshots.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as folder:
         radio = Radio(program, hostile(broadcasts), pathlib.Path(folder))
+        radio.start(realtime=True)
         browser = Chromium(f"{folder}/profile")
         try:
-            radio.start()
             browser.open_tab()
             wrong = check_all(radio, browser, broadcasts, screenshots)
         finally:
