@@ -42,7 +42,8 @@ std::string lower(std::string_view text) {
 
 // "[::1]:8468" to "::1", "radio.local:8468" to "radio.local".
 std::string without_port(std::string_view host) {
-  if (host.starts_with('[')) return std::string(host.substr(1, std::min(host.find(']'), host.size()) - 1));
+  if (const size_t end = host.find(']'); host.starts_with('[') && end != host.npos)
+    return std::string(host.substr(1, end - 1));
   return lower(host.substr(0, host.find(':')));
 }
 

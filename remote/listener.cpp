@@ -15,7 +15,7 @@ namespace remote {
 namespace {
 
 [[noreturn]] void fail(const Options& options, const char* why) {
-  throw Listen_error(options.address + ", port " + options.port + ": cannot listen: " + why);
+  throw Listen_error(options.address + ":" + options.port + ": cannot listen: " + why);
 }
 
 std::string chosen_port(int socket) {

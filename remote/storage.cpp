@@ -67,11 +67,13 @@ fs::path state_folder() {
 // A stream, since its system calls are not those of the board's thread in the tests.
 std::optional<std::string> read_file(const fs::path& file) {
   std::error_code unknown;
-  if (!fs::exists(file, unknown) && !unknown) return std::nullopt;
-  errno = 0;
+  const fs::file_type type = fs::status(file, unknown).type();
+  if (type == fs::file_type::not_found) return std::nullopt;
+  if (type != fs::file_type::regular && type != fs::file_type::none)
+    throw Storage_error(file.string() + ": not a regular file");
   std::ifstream stream(file, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(stream), {}};
-  if (!stream || !fs::is_regular_file(file, unknown)) fail(file, "cannot be read");
+  if (!stream) fail(file, "cannot be read");
   return text;
 }
 

@@ -16,9 +16,9 @@ inline constexpr size_t ensemble_capacity = 41;
 /// Bytes of the longest reply with a service list.
 inline constexpr size_t service_list_capacity = 4096;
 
-/// What follows the tuning in the scan's step for one frequency: reads service list and time of the ensemble. `tuned` is
-/// the result of Si468x_DAB_tune_freq_save; unless it is 1, and where a read fails, the record is empty. `list` points
-/// into `list_buffer`, which has service_list_capacity bytes.
+/// What follows the tuning in the scan's step for one frequency: reads service list and time of the ensemble. `tuned`
+/// is the result of Si468x_DAB_tune_freq_save; unless it is 1, and where a read fails, the record is empty. `list`
+/// points into `list_buffer`, which has service_list_capacity bytes.
 void read_ensemble(int16_t tuned, uint8_t* list_buffer, Si468x_digital_service_list& list, Si468x_time& time);
 
 /// Results of a scan, one entry per entry of the chip's frequency list, and the antenna's location. Everything is zero

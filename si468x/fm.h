@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-/// Seeks the next station upwards or downwards (FM_SEEK_START); at the band's limit the seek goes on from the other one.
-/// Waits for its end like Si468x_DAB_tune_freq.
+/// Seeks the next station upwards or downwards (FM_SEEK_START); at the band's limit the seek goes on from the other
+/// one. Waits for its end like Si468x_DAB_tune_freq.
 /// @return 0; the command's result with code 60; out of time, the last poll's result, 0, -1 or -2, with code 160.
 [[nodiscard]] int16_t Si468x_FM_seek(bool up);
 

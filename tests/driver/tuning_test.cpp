@@ -86,6 +86,15 @@ TEST_F(Endless, SeekReturnsTheResultOfItsLastPoll) {
   expect_result_of_last_poll("FM_SEEK_START", 160, [] { return Si468x_tune_next_station(); });
 }
 
+TEST_F(Tuning, SeekGoesInBothDirections) {
+  board.restore({.chip = {.mode = sim::Mode::fm}, .pins = board.state().pins});
+  for (const bool up : {true, false}) {
+    board.clear_record();
+    EXPECT_EQ(Si468x_FM_seek(up), 0);
+    EXPECT_EQ(board.sent().front(), (Byte_string{0x31, 0x00, up ? uint8_t{0x03} : uint8_t{0x01}, 0x00, 0x00, 0x00}));
+  }
+}
+
 TEST_F(Tuning, PollThatFailsRecordsItsCodeAndDoesNotEndTheWait) {
   board.fault({.command = "RD_REPLY", .occurrence = 2, .status_bits = {0x41}});  // complete, but with an error
   EXPECT_EQ(Si468x_DAB_tune_freq(33), 0);
