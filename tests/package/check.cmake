@@ -9,11 +9,12 @@ endfunction()
 file(REMOVE_RECURSE ${WORK_DIR})
 # Each component leaves a manifest in BUILD_DIR; without a component it has the name of the one that a user's
 # `sudo cmake --install` leaves there, which only root can replace.
-foreach(component kelvo libsi468x-dev)
+foreach(component kelvo kelvo-remote libsi468x-dev)
   run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix --component ${component})
 endforeach()
 
 set(share ${WORK_DIR}/prefix/share)
+set(remote_service ${WORK_DIR}/prefix/lib/systemd/system/kelvo-remote.service)
 set(completions ${share}/bash-completion/completions)
 set(broadcasts default suburb house village faults)
 list(TRANSFORM broadcasts PREPEND ${share}/doc/kelvo/broadcasts/)
@@ -23,6 +24,8 @@ foreach(file ${share}/man/man1/kelvo.1 ${share}/man/man1/kelvo-spidev.1 ${share}
         ${share}/man/man5/kelvo-scan.5
         ${completions}/kelvo ${completions}/kelvo-spidev ${completions}/kelvo-sim ${completions}/kelvo-survey
         ${completions}/kelvo-watch ${completions}/kelvo-watch-sim
+        ${share}/man/man1/kelvo-remote.1 ${share}/man/man1/kelvo-remote-sim.1
+        ${completions}/kelvo-remote ${completions}/kelvo-remote-sim ${remote_service}
         ${share}/doc/kelvo/systemd/kelvo.service ${share}/doc/kelvo/README.md ${share}/doc/kelvo/CHANGELOG.md
         ${share}/doc/libsi468x-dev/error-codes.md ${share}/doc/kelvo/LICENSE ${share}/doc/kelvo/docs/simulator.md ${broadcasts}
         ${share}/doc/libsi468x-dev/error-codes.md)
@@ -33,6 +36,10 @@ endforeach()
 file(READ ${share}/doc/kelvo/systemd/kelvo.service service)
 if(NOT service MATCHES "ExecStop=${WORK_DIR}/prefix/bin/kelvo-spidev -k")
   message(FATAL_ERROR "kelvo.service does not start the installed program")
+endif()
+file(READ ${remote_service} service)
+if(NOT service MATCHES "ExecStart=${WORK_DIR}/prefix/bin/kelvo-remote ")
+  message(FATAL_ERROR "kelvo-remote.service does not start the installed program")
 endif()
 set(ENV{KELVO_SIM_STATE} ${WORK_DIR}/board.json)
 foreach(broadcast ${broadcasts})
