@@ -2,6 +2,7 @@
 #include "remote/access.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -77,7 +78,7 @@ TEST(Access, RefusesEachRequestThatAPageOfThisServerCannotSend) {
 }
 
 TEST(Access, NewKeyInTheFileEndsEveryPairing) {
-  const std::string file = testing::TempDir() + "remote.key";
+  const std::string file = testing::TempDir() + "key-" + std::to_string(getpid());
   Access access(file, key, {});
   const std::string other = new_key();
   EXPECT_TRUE(is_key(other));
@@ -87,6 +88,7 @@ TEST(Access, NewKeyInTheFileEndsEveryPairing) {
   std::ofstream(file) << other << '\n';
   const Request old{.method = "GET", .path = "/", .host = "localhost", .cookie = key};
   EXPECT_EQ(status(access, old), 403U);
+  std::filesystem::remove(file);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -12,13 +13,12 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Storage_test : testing::Test {
-  const fs::path folder = fs::path(testing::TempDir()) / "storage";
+  // Each test runs in a process of its own, beside others.
+  const fs::path folder = fs::path(testing::TempDir()) / ("storage-" + std::to_string(getpid()));
   const fs::path file = folder / "file";
 
-  Storage_test() {
-    fs::remove_all(folder);
-    fs::create_directory(folder);
-  }
+  Storage_test() { fs::create_directory(folder); }
+  ~Storage_test() override { fs::remove_all(folder); }
   static bool is_ours(std::string_view text) { return text.starts_with("ours"); }
   size_t files() const { return static_cast<size_t>(std::distance(fs::directory_iterator(folder), {})); }
 };
