@@ -10,7 +10,10 @@ The radio in a browser: pairing, orders, events, and what is refused.
   $ end() { kill $server; wait $server; said $?; }
   $ ask() { curl -s -m 20 -H "Cookie: kelvo-remote=$key" "$@"; }
   $ order() { ask -H 'Content-Type: application/json' -d "{\"order\": $1}" $base/do; }
-  $ listen() { echo 1 >seen; ask -N -m 100 $base/events >events 2>&1 & listener=$!; }
+  $ listen() {
+  >   echo 1 >seen; ask -N -m 100 $base/events >events 2>&1 & listener=$!
+  >   for i in {1..500}; do grep -qs state events && break; sleep 0.02; done
+  > }
   $ sees() { # the next event with this text
   >   for i in {1..500}; do found=$(tail -n +$(cat seen) events | grep -n -m 1 -e "$1") && break; sleep 0.02; done
   >   echo $(($(cat seen) + ${found%%:*})) >seen; echo "${found#*:}"
