@@ -57,7 +57,7 @@ fs::path state_folder() {
   if (given.empty() && state_home.empty() && home.empty())
     throw Storage_error("none of STATE_DIRECTORY, XDG_STATE_HOME and HOME is set");
   if (!given.empty()) return given.substr(0, given.find(':'));  // systemd lists several with colons
-  const fs::path folder = (state_home.empty() ? fs::path(home) / ".local" / "state" : fs::path(state_home)) / "kelvo";
+  fs::path folder = (state_home.empty() ? fs::path(home) / ".local" / "state" : fs::path(state_home)) / "kelvo";
   fs::path parent;
   for (const fs::path& name : folder)  // one that cannot be made shows when a file is written
     static_cast<void>(mkdir((parent /= name).c_str(), S_IRWXU));
