@@ -11,7 +11,7 @@ The radio in a browser: pairing, orders, events, and what is refused.
   $ ask() { curl -s -m 20 -H "Cookie: kelvo-remote=$key" "$@"; }
   $ order() { ask -H 'Content-Type: application/json' -d "{\"order\": $1}" $base/do; }
   $ listen() {
-  >   echo 1 >seen; ask -N -m 100 $base/events >events 2>&1 & listener=$!
+  >   echo 1 >seen; : >events; ask -N -m 100 $base/events >events 2>&1 & listener=$!
   >   for i in {1..500}; do grep -qs state events && break; sleep 0.02; done
   > }
   $ sees() { # the next event with this text
