@@ -16,7 +16,8 @@ import tempfile
 import textwrap
 import time
 
-BUILD = pathlib.Path("build").resolve()
+ROOT = pathlib.Path().resolve()
+BUILD = ROOT / "build"
 KELVO, SPIDEV, SIM, SURVEY = (BUILD / name for name in ("kelvo", "kelvo-spidev", "kelvo-sim", "kelvo-survey"))
 SPIDEV_SIM, WATCH_SPIDEV_SIM = BUILD / "tests/kelvo-spidev-sim", BUILD / "tests/kelvo-watch-spidev-sim"
 WATCH_SIM = BUILD / "kelvo-watch-sim"
@@ -391,8 +392,16 @@ def watch():
           ["JSON lines a second", int(100_000 / many[1]), ""])
 
 
+def remote():
+    section("## The radio in a browser", """
+        `kelvo-remote-sim` on a tuned DAB chip, in real time; browsers are connections on the same machine. The board is
+        busy with a tune that does not end.""")
+    rows = json.loads(run([sys.executable, ROOT / "bench/remote.py", BUILD]).stdout)
+    table(["", "Figure", "As wanted"], *([what, figure, want(what, met)] for what, figure, met in rows))
+
+
 try:
-    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times, survey, watch):
+    for part in (head, bus, processor, through_kernel, pieces, start_up, growth, memory, times, survey, watch, remote):
         part()
 except OSError as error:
     sys.exit(f"scripts/bench: {error}")
