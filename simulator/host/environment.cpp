@@ -4,7 +4,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
@@ -106,7 +108,8 @@ class Environment : public Observer {
     board_.use_faults(std::move(files.faults));
     board_.set_recording(false);
     const std::string realtime = variable("KELVO_SIM_REALTIME");
-    board_.set_realtime(realtime.empty() ? sleeps_by_default : realtime == "1");
+    realtime_ = realtime.empty() ? sleeps_by_default : realtime == "1";
+    board_.set_realtime(realtime_);
     if (has_trace_) board_.add_observer(trace_.emplace(trace_file_, most_traced_));
     board_.add_observer(*this);
   }
@@ -117,9 +120,7 @@ class Environment : public Observer {
     std::optional<Board_state> state;
     if (!keeper_.open(state)) return false;
     if (state) {
-      // Waits while the link was closed are time on the air, too.
-      state->on_air_ms +=
-          static_cast<uint64_t>(std::chrono::floor<std::chrono::milliseconds>(board_.now() - closed_at_).count());
+      state->on_air_ms += static_cast<uint64_t>(std::chrono::floor<std::chrono::milliseconds>(closed_for()).count());
       board_.restore(*state);
     }
     open_ = true;
@@ -130,6 +131,7 @@ class Environment : public Observer {
     if (open_) keeper_.save(board_.state());
     open_ = false;
     closed_at_ = board_.now();
+    really_closed_at_ = std::chrono::steady_clock::now();
     keeper_.close();
   }
 
@@ -150,6 +152,13 @@ class Environment : public Observer {
   void persistent_change(Time /*now*/) override { keeper_.save(board_.state()); }
 
  private:
+  // Time on the air since the link was closed: the program's waits; in real time also what it does without the board.
+  Time closed_for() const {
+    const Time waited = board_.now() - closed_at_;
+    if (!realtime_ || !really_closed_at_) return waited;
+    return std::max<Time>(waited, std::chrono::steady_clock::now() - *really_closed_at_);
+  }
+
   std::optional<size_t> most_traced_ = trace_bytes();
   trace::File trace_file_;
   bool has_trace_ = open_trace(trace_file_);
@@ -157,7 +166,9 @@ class Environment : public Observer {
   std::optional<Board_trace> trace_;
   Board board_;
   bool open_ = false;
+  bool realtime_ = false;
   Time closed_at_{};
+  std::optional<std::chrono::steady_clock::time_point> really_closed_at_;
 };
 
 // Never destroyed: a program may end in the middle of a call to the board.

@@ -149,12 +149,20 @@ whole files, and plays the last station with its volume.
   remote.last
   remote.scan.json
 
+The air goes on while nothing is sent: a signal that rises from 10 to 30 dB within two seconds.
+
+  $ end; rise() { echo "{\"at_s\": $1, \"rssi\": 50, \"snr\": $2, \"fic_quality\": 100}"; }
+  $ echo "{\"ensembles\": [{\"index\": 33, \"signal\": {}, \"fading\": [$(rise 0 10), $(rise 2 30), $(rise 4 10)]}]}" >rise.json
+  $ export KELVO_SIM_BROADCAST=$PWD/rise.json; kelvo-sim -k >all; kelvo-sim -b D -f 33 >all; start; listen; sleep 2
+  $ [ $(grep -o '"snr":[0-9]*' events | sort -u | wc -l) -gt 5 ] || echo stands still
+  $ end; air; start; listen
+
 What cannot be written is said, and the radio goes on.
 
   $ mkdir state/remote.last.draft; order '"volume", "level": 33'; sees failure >all; sees data | sed "s,$PWD,HERE,"; state ':33'
   {"accepted": true}
   data: {"order":"volume","message":"HERE/state/remote.last: cannot be written: File exists","cure":"The radio goes on, but will not play this again after a power cut."}
-  data: {"doing":null,"mode":"DAB","playing":{"name":"Radio Quellberg","service_id":17333,"component":12,"index":33,"block":"12C"},"volume":33,"stations":100}
+  data: {"doing":null,"mode":"DAB","playing":"unknown","volume":33,"stations":100}
   $ end; rmdir state/remote.last.draft; echo other >state/remote.last; start; listen; order '"volume", "level": 34'
   {"accepted": true}
   $ sees failure >all; sees data | sed "s,$PWD,HERE,"; cat state/remote.last
