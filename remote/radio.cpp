@@ -66,7 +66,8 @@ void Radio::run() {
     } catch (const std::exception& error) {  // memory has run out
       fail(error.what(), "");
     }
-    next = Orders::Clock::now() + (task.order ? std::chrono::milliseconds(0) : interval_);
+    next = Orders::Clock::now();
+    if (!first && !task.order) next += interval_;  // after an order, its outcome is worth a sample at once
     task = orders_.wait(next);
   }
 }
