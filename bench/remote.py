@@ -27,7 +27,7 @@ def start(interval, **variables):
         [build / "kelvo-remote-sim", "--listen", "127.0.0.1:0", "--interval", str(interval)],
         env=environment | variables, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     program.port = int(re.search(r":(\d+);", program.stdout.readline())[1])
-    program.key = (folder / "remote.key").read_text().strip()
+    program.key = (folder / "kelvo-remote-sim.key").read_text().strip()
     return program
 
 
@@ -104,7 +104,7 @@ def row(what, figure, wanted):
 program = start(100, KELVO_SIM_REALTIME="0")
 crowd = Viewers(program, 32)
 order(program, order="find")
-while not (folder / "remote.scan.json").exists():
+while not (folder / "kelvo-remote-sim.scan.json").exists():
     time.sleep(0.1)
 order(program, **PLAY)
 time.sleep(2)

@@ -2,6 +2,7 @@
 // kelvo-remote: the radio as a web page.
 #include <pthread.h>
 
+#include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -26,18 +27,22 @@ namespace {
 
 using namespace remote;
 
-constexpr const char* key_file = "remote.key";
+// The program's files begin with its own name: the stations of the simulated board are none of a real one.
+std::string own_file(const std::filesystem::path& folder, const char* ending) {
+  return (folder / program_invocation_short_name).string() + ending;
+}
 
-// The key in the file; a new one, which the file keeps from now on, where there is none or the user wants it.
-std::string stored_key(const std::filesystem::path& file, bool make_new) {
+// The key in the file; a new one, which the file keeps from now on, where there is none or the user wants it. Only a
+// server can do with one that is not kept.
+std::string stored_key(const std::filesystem::path& file, Options::Task task) {
   const auto is_ours = [](std::string_view text) { return is_key(text.substr(0, text.find('\n'))); };
   const std::string text = read_file(file).value_or("");
-  if (!make_new && is_ours(text)) return text.substr(0, text.find('\n'));
+  if (task != Options::Task::new_key && is_ours(text)) return text.substr(0, text.find('\n'));
   std::string key = new_key();
   try {
     write_file(file, key + "\n", is_ours);
   } catch (const Storage_error& error) {
-    if (make_new) throw;
+    if (task != Options::Task::serve) throw;
     messages::print(std::string(error.what()) + "; pairing lasts until the program ends");
   }
   return key;
@@ -59,15 +64,17 @@ sigset_t ending_signals() {
   return signals;
 }
 
-void serve(Options& options, const std::filesystem::path& folder, const std::string& key) {
+void serve(Options& options, const std::filesystem::path& folder, const std::filesystem::path& key_file,
+           const std::string& key) {
   const sigset_t signals = ending_signals();
   Orders orders;
   Events events;
   Stations stations(read_scans(options.files));
-  Radio radio(folder, options.interval, orders, events, stations);
+  Radio radio({.last = own_file(folder, ".last"), .scan = own_file(folder, ".scan.json")}, options.interval, orders,
+              events, stations);
   if (const live::Outcome failure = radio.open()) throw Listen_error(failure->why);
   Listener listener(options);
-  Access access(folder / key_file, key, options.hosts);
+  Access access(key_file, key, options.hosts);
   const Server server(listener, {.access = access, .orders = orders, .events = events, .stations = stations});
   print_start(options, key);
   std::thread board([&] { radio.run(); });
@@ -87,9 +94,10 @@ int main(int argc, char** argv) {
   try {
     Options options = read_options(argc, argv);
     const std::filesystem::path folder = state_folder();
-    const std::string key = stored_key(folder / key_file, options.task == Options::Task::new_key);
+    const std::filesystem::path key_file = own_file(folder, ".key");
+    const std::string key = stored_key(key_file, options.task);
     if (options.task == Options::Task::serve)
-      serve(options, folder, key);
+      serve(options, folder, key_file, key);
     else
       print_pairing(options, key);
     return EXIT_SUCCESS;

@@ -35,12 +35,11 @@ bool is_scan(std::string_view text) { return text.starts_with("{\"content\": \"F
 
 }  // namespace
 
-Radio::Radio(std::filesystem::path folder, std::chrono::milliseconds interval, Orders& orders, Events& events,
-             Stations& stations)
-    : folder_(std::move(folder)), interval_(interval), orders_(orders), events_(events), stations_(stations) {
+Radio::Radio(Files files, std::chrono::milliseconds interval, Orders& orders, Events& events, Stations& stations)
+    : files_(std::move(files)), interval_(interval), orders_(orders), events_(events), stations_(stations) {
   try {
-    if (const auto text = read_file(folder_ / last_file)) last_ = parse_last(*text).value_or(Last{});
-    if (const auto text = read_file(folder_ / scan_file)) keep_scan(*text, time_written(folder_ / scan_file));
+    if (const auto text = read_file(files_.last)) last_ = parse_last(*text).value_or(Last{});
+    if (const auto text = read_file(files_.scan)) keep_scan(*text, time_written(files_.scan));
   } catch (const Storage_error& error) {
     messages::print(error.what());
   }
@@ -116,7 +115,7 @@ bool Radio::act(std::string_view cure_of_chip, const Action& action) {
 void Radio::remember(const Last& last) {
   if (std::exchange(last_, last) == last) return;
   try {
-    write_file(folder_ / last_file, to_text(last_), is_last);
+    write_file(files_.last, to_text(last_), is_last);
   } catch (const Storage_error& error) {
     fail(error.what(), "The radio goes on, but will not play this again after a power cut.");
   }
@@ -251,7 +250,7 @@ bool Radio::keeps_finding() {
 
 void Radio::keep_scan(const std::string& text, std::time_t time) {
   try {
-    std::vector<survey::Scan_file> files = survey::read_scans(text, (folder_ / scan_file).string());
+    std::vector<survey::Scan_file> files = survey::read_scans(text, files_.scan.string());
     stations_.set_found(std::move(files.front().scan), time);
     events_.send("stations", "{}");
   } catch (const survey::File_error& error) {
@@ -283,7 +282,7 @@ void Radio::find() {
   if (found.failure) fail(found.failure->why, cure(found.failure->cause, boot_again));
   if (found.complete) {
     try {
-      write_file(folder_ / scan_file, found.text, is_scan);
+      write_file(files_.scan, found.text, is_scan);
     } catch (const Storage_error& error) {
       fail(error.what(), "The stations are known until the program ends.");
     }

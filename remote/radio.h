@@ -19,12 +19,13 @@ namespace remote {
 
 class Radio {
  public:
-  static constexpr const char* last_file = "remote.last";
-  static constexpr const char* scan_file = "remote.scan.json";
+  /// Of the last station and of the last scan.
+  struct Files {
+    std::filesystem::path last, scan;
+  };
 
-  /// The folder has the last station and the last scan, which are read. The others must outlive the radio.
-  Radio(std::filesystem::path folder, std::chrono::milliseconds interval, Orders& orders, Events& events,
-        Stations& stations);
+  /// Reads the files, as far as they exist. The others must outlive the radio.
+  Radio(Files files, std::chrono::milliseconds interval, Orders& orders, Events& events, Stations& stations);
 
   /// Takes the first sample. @return why there is no link to the board
   live::Outcome open();
@@ -57,7 +58,7 @@ class Radio {
   void remember(const Last& last);
   void fail(const std::string& message, std::string_view cure);
 
-  std::filesystem::path folder_;
+  Files files_;
   std::chrono::milliseconds interval_;
   Orders& orders_;
   Events& events_;

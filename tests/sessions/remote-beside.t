@@ -9,7 +9,7 @@ some are.
   $ cat >crowd <<'END'
   > kelvo-remote-sim --listen 127.0.0.1:0 --interval 100 >said 2>faults & server=$!
   > until base=$(grep -so 'http://[^;]*' said); do sleep 0.02; done
-  > for i in 1 2; do curl -sN -H "Cookie: kelvo-remote=$(cat remote.key)" $base/events >events.$i & done
+  > for i in 1 2; do curl -sN -H "Cookie: kelvo-remote=$(cat kelvo-remote-sim.key)" $base/events >events.$i & done
   > for i in {1..50}; do for report in i t d g; do
   >   kelvo-spidev -$report >$report.$i 2>waits & runs+=($!)
   > done; done; wait ${runs[@]}; sleep 1

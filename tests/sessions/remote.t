@@ -5,7 +5,7 @@ The radio in a browser: pairing, orders, events, and what is refused.
   $ start() {
   >   kelvo-remote-sim --listen 127.0.0.1:0 --interval 100 "$@" >said 2>>faults & server=$!; : >said
   >   for i in {1..500}; do base=$(grep -o 'http://[^;]*' said) && break; sleep 0.02; done
-  >   key=$(cat state/remote.key)
+  >   key=$(cat state/kelvo-remote-sim.key)
   > }
   $ end() { kill $server; wait $server; said $?; }
   $ ask() { curl -s -m 20 -H "Cookie: kelvo-remote=$key" "$@"; }
@@ -23,7 +23,7 @@ The radio in a browser: pairing, orders, events, and what is refused.
 A phone is paired by the link; the key is its owner's alone.
 
   $ start; listen
-  $ stat -c %a state/remote.key
+  $ stat -c %a state/kelvo-remote-sim.key
   600
   $ kelvo-remote-sim --pair --listen ${base#http://} | sed "s,$base,BASE,; s/$key/KEY/"
   BASE/pair?key=KEY
@@ -81,7 +81,7 @@ Find stations: each step is an event, the stations are listed by name, and kelvo
   > names = [station["name"] for station in all["stations"]]
   > print(len(names), names == sorted(names, key=str.casefold), bool(re.fullmatch(r"[-0-9]{10}T[0-9:]{8}Z", all["found"])))'
   100 True True
-  $ kelvo-survey --json state/remote.scan.json | cut -c 1-30; ask $base/survey | grep -c 'Radio Quellberg'
+  $ kelvo-survey --json state/kelvo-remote-sim.scan.json | cut -c 1-30; ask $base/survey | grep -c 'Radio Quellberg'
   {"content":"FullStationScan","
   1
 
@@ -132,22 +132,22 @@ Another program's tuning, its reset of the chip and its FM are noticed; what it 
 A find that is given up leaves the old list, and the station plays again; killed at any moment of it, the next start finds
 whole files, and plays the last station with its volume.
 
-  $ export KELVO_SIM_REALTIME=1; start; listen; play 17333 12 33; state Quellberg | tail -c 28; cp state/remote.scan.json old
+  $ export KELVO_SIM_REALTIME=1; start; listen; play 17333 12 33; state Quellberg | tail -c 28; cp state/kelvo-remote-sim.scan.json old
   {"accepted": true}
   "volume":20,"stations":100}
-  $ order '"find"'; sees '"step":2,' >all; order '"cancel"'; state Quellberg | tail -c 28; cmp old state/remote.scan.json
+  $ order '"find"'; sees '"step":2,' >all; order '"cancel"'; state Quellberg | tail -c 28; cmp old state/kelvo-remote-sim.scan.json
   {"accepted": true}
   {"accepted": true}
   "volume":20,"stations":100}
   $ for i in {1..3}; do
   >   order '"find"' >all; sleep 0.$i; kill -9 $server; wait $server 2>all
-  >   cmp old state/remote.scan.json; start; listen
+  >   cmp old state/kelvo-remote-sim.scan.json; start; listen
   > done
   $ kelvo-sim -k >all; end; start; listen; state Quellberg | tail -c 43; ls state
   "block":"12C"},"volume":20,"stations":100}
-  remote.key
-  remote.last
-  remote.scan.json
+  kelvo-remote-sim.key
+  kelvo-remote-sim.last
+  kelvo-remote-sim.scan.json
 
 The air goes on while nothing is sent: a signal that rises from 10 to 30 dB within two seconds.
 
@@ -159,19 +159,19 @@ The air goes on while nothing is sent: a signal that rises from 10 to 30 dB with
 
 What cannot be written is said, and the radio goes on.
 
-  $ mkdir state/remote.last.draft; order '"volume", "level": 33'; sees failure >all; sees data | sed "s,$PWD,HERE,"; state ':33'
+  $ mkdir state/kelvo-remote-sim.last.draft; order '"volume", "level": 33'; sees failure >all; sees data | sed "s,$PWD,HERE,"; state ':33'
   {"accepted": true}
-  data: {"order":"volume","message":"HERE/state/remote.last: cannot be written: File exists","cure":"The radio goes on, but will not play this again after a power cut."}
+  data: {"order":"volume","message":"HERE/state/kelvo-remote-sim.last: cannot be written: File exists","cure":"The radio goes on, but will not play this again after a power cut."}
   data: {"doing":null,"mode":"DAB","playing":"unknown","volume":33,"stations":100}
-  $ end; rmdir state/remote.last.draft; echo other >state/remote.last; start; listen; order '"volume", "level": 34'
+  $ end; rmdir state/kelvo-remote-sim.last.draft; echo other >state/kelvo-remote-sim.last; start; listen; order '"volume", "level": 34'
   {"accepted": true}
-  $ sees failure >all; sees data | sed "s,$PWD,HERE,"; cat state/remote.last
-  data: {"order":"volume","message":"HERE/state/remote.last: another program's file, left as it is","cure":"The radio goes on, but will not play this again after a power cut."}
+  $ sees failure >all; sees data | sed "s,$PWD,HERE,"; cat state/kelvo-remote-sim.last
+  data: {"order":"volume","message":"HERE/state/kelvo-remote-sim.last: another program's file, left as it is","cure":"The radio goes on, but will not play this again after a power cut."}
   other
 
 A new key ends every pairing and every listener's stream.
 
-  $ kelvo-remote-sim --new-key | grep -c pair; wait $listener; ask $base/stations; key=$(cat state/remote.key)
+  $ kelvo-remote-sim --new-key | grep -c pair; wait $listener; ask $base/stations; key=$(cat state/kelvo-remote-sim.key)
   1
   not paired; the link of kelvo-remote-sim --pair pairs this browser
   $ ask $base/stations | cut -c 1-12
@@ -217,5 +217,5 @@ What cannot be used ends the program at once.
   kelvo-remote-sim: wrong.json: line 1: expected the member "content" in this object
   kelvo-remote-sim: 127.0.0.1:PORT: cannot listen: Address already in use
   $ end
-  $ echo 'no key' >state/remote.key; kelvo-remote-sim --new-key 2>&1 | sed "s,$PWD,HERE,"
-  kelvo-remote-sim: HERE/state/remote.key: another program's file, left as it is
+  $ echo 'no key' >state/kelvo-remote-sim.key; kelvo-remote-sim --new-key 2>&1 | sed "s,$PWD,HERE,"
+  kelvo-remote-sim: HERE/state/kelvo-remote-sim.key: another program's file, left as it is
