@@ -18,7 +18,7 @@ using Json = nlohmann::ordered_json;
 std::string time_text(std::chrono::system_clock::time_point time) {
   const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(time.time_since_epoch());
   const auto seconds = std::chrono::floor<std::chrono::seconds>(milliseconds);
-  const std::time_t whole = seconds.count();
+  const std::time_t whole = std::chrono::system_clock::to_time_t(std::chrono::system_clock::time_point(seconds));
   std::tm utc{};
   gmtime_r(&whole, &utc);
   std::array<char, 32> text{};

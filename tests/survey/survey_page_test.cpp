@@ -163,7 +163,9 @@ TEST(SurveyMarkup, WhateverAFileSaysStaysText) {
       {"\"onload='x'", "&quot;onload=&#39;x&#39;"},
       {"a\0\x07\n\x1B[31m\x7F\u0085\u2028"s, "a\uFFFD\uFFFD\uFFFD\uFFFD[31m\uFFFD\uFFFD\uFFFD"},
       {"\u202E\u2066a\u202C\u2069", "\uFFFD\uFFFDa\uFFFD\uFFFD"},
-      {"\uFFFE\uFDD0\U0010FFFF\xFF\xC3", "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\uFFFE\uFDD0\uFDEF\U0010FFFF\xFF\xC3", "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xC3\xC3\xBC", "\uFFFDü"},
+      {"\uD7A3\uFDCF\uFDF0", "\uD7A3\uFDCF\uFDF0"},
       {"Süd\u2013Étoile", "Süd\u2013Étoile"},
   };
   for (const auto& write : {write_page, write_picture}) {
