@@ -273,7 +273,6 @@ void Radio::find() {
                                    {"index", step.index},
                                    {"block", survey::block_name(step.khz)},
                                    {"khz", step.khz},
-                                   {"ensemble", nullptr},
                                    {"services", step.services},
                                    {"rssi", step.rssi},
                                    {"snr", step.snr}}));

@@ -71,9 +71,7 @@ void Stations::set(Scans scans, std::optional<std::time_t> found) {
                     {"index", play.index},
                     {"block", survey::block_name(station.entry->frequency)},
                     {"khz", station.entry->frequency},
-                    {"ensemble", nullptr},
                     {"snr", station.entry->measured ? Json(station.entry->snr) : Json(nullptr)},
-                    {"kind", "audio"},
                     {"encrypted", station.service->encrypted}});
   }
   const Json whole{{"stations", std::move(list)}, {"found", time_json(found)}};

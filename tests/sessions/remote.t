@@ -72,9 +72,9 @@ Find stations: each step is an event, the stations are listed by name, and kelvo
   {"accepted": true}
   data: {"doing":null,"mode":"DAB","playing":null,"volume":63,"stations":100}
   41
-  data: {"step":34,"of":41,"index":33,"block":"12C","khz":227360,"ensemble":null,"services":17,"rssi":52,"snr":21}
+  data: {"step":34,"of":41,"index":33,"block":"12C","khz":227360,"services":17,"rssi":52,"snr":21}
   $ ask $base/stations >stations; grep -o '{"name":"Radio Quellberg"[^}]*}' stations
-  {"name":"Radio Quellberg","service_id":17333,"component":12,"index":33,"block":"12C","khz":227360,"ensemble":null,"snr":21,"kind":"audio","encrypted":false}
+  {"name":"Radio Quellberg","service_id":17333,"component":12,"index":33,"block":"12C","khz":227360,"snr":21,"encrypted":false}
   $ python3 -c '
   > import json, re
   > all = json.load(open("stations"))
