@@ -87,7 +87,8 @@ TEST_F(Faulty_board, OfTwoFaultsForOneTransactionTheOverriddenOneIsNamed) {
     board.fault(fault);
     send(get_time), read();
     EXPECT_EQ(board.never_triggered(), Triggers{});
-    EXPECT_EQ(board.faults().overridden(), Triggers{fault.reply || fault.cts_never ? "transaction 1" : "DAB_GET_TIME, every one"});
+    EXPECT_EQ(board.faults().overridden(),
+              Triggers{fault.reply || fault.cts_never ? "transaction 1" : "DAB_GET_TIME, every one"});
   }
 }
 
