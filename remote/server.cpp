@@ -213,7 +213,7 @@ void complete(void* /*closure*/, MHD_Connection* /*connection*/, void** state, M
 
 }  // namespace
 
-Server::Server(Listener& listener, Desk desk)
+Server::Server(Listener& listener, const Desk& desk)
     : desk_(desk),
       daemon_(MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr, handle,
                                &desk_, MHD_OPTION_LISTEN_SOCKET, listener.release(), MHD_OPTION_NOTIFY_COMPLETED,

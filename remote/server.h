@@ -49,7 +49,7 @@ struct Desk {
 class Server {
  public:
   /// Throws Listen_error.
-  Server(Listener& listener, Desk desk);
+  Server(Listener& listener, const Desk& desk);
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
   ~Server();
