@@ -124,6 +124,9 @@ TEST_F(Service_list, EveryBitOfAServiceAndItsComponents) {
             "\"CA_flag\": 1,\n\"ps\": 0,\n\"ASCTyDSCTy\": 42,\n\"muA_info_valid\": 0\n}]\n}");
   Si468x_DAB_component component;
   EXPECT_EQ(component.get_component(&decoded, 3), -6);
+  EXPECT_EQ(component.comp_ID + component.SubChId + component.TMID + component.FIDCId + component.SCId +
+                component.DGFlag + component.CA_flag + component.ps + component.ASCTyDSCTy + component.muA_info_valid,
+            0U);  // as it was when new
   EXPECT_EQ(Si468x_ErrorCode, 28U);
 }
 
