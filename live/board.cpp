@@ -27,6 +27,14 @@ std::string_view meaning(int16_t result) {
   }
 }
 
+// Closed also when an action ends with an exception: the board's lock goes with it.
+struct Open_link {
+  Open_link() = default;
+  Open_link(const Open_link&) = delete;
+  Open_link& operator=(const Open_link&) = delete;
+  ~Open_link() { Si468x_SPI_shutdown(); }
+};
+
 }  // namespace
 
 Outcome outcome(const char* command, int16_t result) {
@@ -46,8 +54,11 @@ Outcome with_board(const std::function<Outcome()>& action) {
     return Failure{.cause = Failure::Cause::no_link,
                    .why = said.first().empty() ? "the link to the board cannot be opened" : said.first()};
   }
-  Outcome result = action();
-  Si468x_SPI_shutdown();
+  Outcome result;
+  {
+    const Open_link link;
+    result = action();
+  }
   if (result && !said.first().empty()) result->why = said.first();
   return result;
 }
