@@ -8,10 +8,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 namespace remote {
 
@@ -38,6 +40,15 @@ struct Descriptor {
   }
   int number;
 };
+
+// Waits for a second at most: the caller has a radio to serve.
+void lock_folder(int folder, const fs::path& name) {
+  constexpr int attempts = 20;
+  for (int attempt = 1; flock(folder, LOCK_EX | LOCK_NB) != 0; ++attempt) {
+    if (attempt == attempts) fail(name, "cannot be locked");
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+}
 
 bool write_all(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -85,7 +96,8 @@ std::time_t time_written(const fs::path& file) {
 // The folder is locked meanwhile: a draft that exists is a killed program's.
 void write_file(const fs::path& file, std::string_view text, const std::function<bool(std::string_view)>& is_ours) {
   const Descriptor folder(open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.number < 0 || flock(folder.number, LOCK_EX) != 0) fail(file.parent_path(), "cannot be opened");
+  if (folder.number < 0) fail(file.parent_path(), "cannot be opened");
+  lock_folder(folder.number, file.parent_path());
   const std::optional<std::string> present = read_file(file);
   if (present && !present->empty() && !is_ours(*present))
     throw Storage_error(file.string() + ": another program's file, left as it is");
