@@ -42,8 +42,10 @@ std::string lower(std::string_view text) {
 
 // "[::1]:8468" to "::1", "radio.local:8468" to "radio.local".
 std::string without_port(std::string_view host) {
-  if (const size_t end = host.find(']'); host.starts_with('[') && end != host.npos)
-    return std::string(host.substr(1, end - 1));
+  if (const size_t end = host.find(']'); host.starts_with('[') && end != host.npos) {
+    const std::string_view rest = host.substr(end + 1);
+    return rest.empty() || rest.front() == ':' ? std::string(host.substr(1, end - 1)) : "";
+  }
   return lower(host.substr(0, host.find(':')));
 }
 
@@ -125,6 +127,7 @@ std::optional<Refusal> Access::refusal(const Request& request) {
     return Refusal{bad_method, is_order ? "only POST" : "only GET"};
   if (!is_order) return std::nullopt;
   if (!request.type || !is_json(*request.type)) return Refusal{bad_type, "only Content-Type: application/json"};
+  if (request.encoding) return Refusal{no_length, "Content-Length alone, no Transfer-Encoding"};
   if (!request.length) return Refusal{no_length, "Content-Length is missing"};
   size_t length = 0;
   const auto [end, error] = std::from_chars(request.length->begin(), request.length->end(), length);

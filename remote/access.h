@@ -19,7 +19,7 @@ bool is_key(std::string_view text);
 /// What of a request decides whether it is carried out; nothing where it has no such header.
 struct Request {
   std::string_view method{}, path{};
-  std::optional<std::string_view> host{}, origin{}, type{}, length{};
+  std::optional<std::string_view> host{}, origin{}, type{}, length{}, encoding{};
   std::optional<std::string_view> cookie{};  ///< the key of a paired browser
   std::optional<std::string_view> key{};     ///< the key of a pairing link
 };

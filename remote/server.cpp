@@ -120,9 +120,13 @@ void count(const Desk& desk) { desk.orders.set_viewers(desk.events.size()); }
 
 ssize_t read_events(void* closure, uint64_t /*position*/, char* bytes, size_t most) {
   auto& stream = *static_cast<Stream*>(closure);
-  if (stream.desk.access.key() != stream.key) return MHD_CONTENT_READER_END_OF_STREAM;
-  const std::optional<size_t> length = stream.desk.events.take(*stream.listener, {bytes, most});
-  return length ? static_cast<ssize_t>(*length) : ssize_t{MHD_CONTENT_READER_END_OF_STREAM};
+  try {
+    if (stream.desk.access.key() != stream.key) return MHD_CONTENT_READER_END_OF_STREAM;
+    const std::optional<size_t> length = stream.desk.events.take(*stream.listener, {bytes, most});
+    return length ? static_cast<ssize_t>(*length) : ssize_t{MHD_CONTENT_READER_END_OF_STREAM};
+  } catch (const std::exception&) {  // memory has run out
+    return MHD_CONTENT_READER_END_WITH_ERROR;
+  }
 }
 
 void end_events(void* closure) {
@@ -171,6 +175,7 @@ std::optional<Reply> refusal(MHD_Connection* connection, const char* method, con
                                                          .origin = header(MHD_HTTP_HEADER_ORIGIN),
                                                          .type = header(MHD_HTTP_HEADER_CONTENT_TYPE),
                                                          .length = header(MHD_HTTP_HEADER_CONTENT_LENGTH),
+                                                         .encoding = header(MHD_HTTP_HEADER_TRANSFER_ENCODING),
                                                          .cookie = value(connection, MHD_COOKIE_KIND, cookie_name),
                                                          .key = value(connection, MHD_GET_ARGUMENT_KIND, "key")});
   return refused ? std::optional(line(refused->status, refused->line)) : std::nullopt;

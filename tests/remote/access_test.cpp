@@ -26,8 +26,9 @@ TEST(Access, KnowsTheNamesOfThisMachineAndNoOther) {
        {std::string("127.0.0.1"), std::string("127.0.0.1:8468"), std::string("[::1]:8468"), std::string("[fe80::1]"),
         std::string("LOCALHOST:1"), std::string("radio.Example:80"), here, here + ".local:8468"})
     EXPECT_EQ(answer(host), 200U) << host;
-  for (const char* const host : {"", ":", "[", "[]", "[::1", "evil.example", "127.0.0.1.evil.example", "localhost.evil",
-                                 "radio.example.evil", "1.2.3", "::1", "evil.example:127.0.0.1"})
+  for (const char* const host :
+       {"", ":", "[", "[]", "[::1", "[::1]evil.example", "evil.example", "127.0.0.1.evil.example", "localhost.evil",
+        "radio.example.evil", "1.2.3", "::1", "evil.example:127.0.0.1"})
     EXPECT_EQ(answer(host), 421U) << host;
   EXPECT_EQ(answer(std::nullopt), 421U);
 }

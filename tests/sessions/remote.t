@@ -55,7 +55,7 @@ What is not a paired browser's request from this server's own page gets one line
   405 text/plain; charset=utf-8 only POST
   404 text/plain; charset=utf-8 there is no such page
   $ post -H "$json" -H 'Transfer-Encoding: chunked' $base/do; post -H "$json" -d "$(printf %1025s)" $base/do
-  411 text/plain; charset=utf-8 Content-Length is missing
+  411 text/plain; charset=utf-8 Content-Length alone, no Transfer-Encoding
   413 text/plain; charset=utf-8 the body is longer than 1024 bytes
   $ post -H "$json" -d '{}' $base/do
   400 text/plain; charset=utf-8 the body must be one JSON object
