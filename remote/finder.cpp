@@ -37,10 +37,7 @@ Outcome visit(uint8_t index, Ensemble_list& ensembles, Find_step& step) {
   Si468x_time time;
   const int16_t tuned = Si468x_DAB_tune_freq_save(index, status);
   if (tuned < -1) {
-    Mode mode = Mode::unknown;
-    if (Outcome failure = read_mode(mode)) return failure;
-    if (mode != Mode::dab)
-      return live::Failure{.cause = live::Failure::Cause::chip, .why = "the chip no longer runs its DAB application"};
+    if (Outcome failure = check_dab()) return failure;
   }
   read_ensemble(tuned, buffer.data(), list, time);
   if (tuned == 0 || tuned == 1) ensembles.add_ensemble(index, list, status, time);

@@ -3,6 +3,7 @@
 #include "remote/radio.h"
 
 #include <nlohmann/json.hpp>
+#include <thread>
 #include <utility>
 
 #include "messages/messages.h"
@@ -21,6 +22,7 @@ using live::Outcome;
 std::string dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 constexpr std::string_view boot_again = "Boot the chip again.";
+constexpr std::string_view find_again = "Find stations again.";
 constexpr std::string_view other_place = "Find a better place for the antenna, or find stations again.";
 constexpr std::string_view check_board = "Check the board's supply and wiring, and the firmware images.";
 
@@ -30,6 +32,15 @@ std::string_view cure(live::Failure::Cause cause, std::string_view of_chip) {
   return of_chip;
 }
 
+std::optional<std::string> read(const std::filesystem::path& file) {
+  try {
+    return read_file(file);
+  } catch (const Storage_error& error) {
+    messages::print(error.what());
+    return std::nullopt;
+  }
+}
+
 bool is_last(std::string_view text) { return parse_last(text).has_value(); }
 bool is_scan(std::string_view text) { return text.starts_with("{\"content\": \"FullStationScan\""); }
 
@@ -37,12 +48,8 @@ bool is_scan(std::string_view text) { return text.starts_with("{\"content\": \"F
 
 Radio::Radio(Files files, std::chrono::milliseconds interval, Orders& orders, Events& events, Stations& stations)
     : files_(std::move(files)), interval_(interval), orders_(orders), events_(events), stations_(stations) {
-  try {
-    if (const auto text = read_file(files_.last)) last_ = parse_last(*text).value_or(Last{});
-    if (const auto text = read_file(files_.scan)) keep_scan(*text, time_written(files_.scan));
-  } catch (const Storage_error& error) {
-    messages::print(error.what());
-  }
+  if (const auto text = read(files_.last)) last_ = parse_last(*text).value_or(Last{});
+  if (const auto text = read(files_.scan)) keep_scan(*text, time_written(files_.scan));
 }
 
 live::Outcome Radio::open() {
@@ -64,6 +71,7 @@ void Radio::run() {
         task.order ? carry_out(*task.order) : sample();
     } catch (const std::exception& error) {  // memory has run out
       fail(error.what(), "");
+      state_.doing.reset();
     }
     next = Orders::Clock::now();
     if (!first && !task.order) next += interval_;  // after an order, its outcome is worth a sample at once
@@ -72,6 +80,7 @@ void Radio::run() {
 }
 
 void Radio::resume() {
+  await_mode();
   if (state_.mode == Mode::off) {
     carry_out(Boot{Mode::dab});
     if (state_.mode == Mode::dab && last_.play) carry_out(*last_.play);
@@ -79,6 +88,18 @@ void Radio::resume() {
     learn_volume();
   }
   send_state();
+}
+
+// Another program may have the board, or a reply may be lost. An order finds the mode out itself.
+void Radio::await_mode() {
+  constexpr int attempts = 60;
+  for (int attempt = 1; state_.mode == Mode::unknown && attempt <= attempts; ++attempt) {
+    const Orders::Task task = orders_.poll();
+    if (task.order) orders_.put_back(*task.order);
+    if (task.order || task.ends) return;
+    if (attempt > 1) std::this_thread::sleep_for(std::chrono::seconds(1));
+    static_cast<void>(state_.notice(sampler_.take()));
+  }
 }
 
 void Radio::learn_volume() {
@@ -102,11 +123,11 @@ void Radio::send_state() {
 
 void Radio::fail(const std::string& message, std::string_view cure) {
   const std::string order(state_.doing.value_or(""));
-  messages::print(order + ": " + message);
+  messages::print(order.empty() ? message : order + ": " + message);
   events_.send("failure", dump({{"order", order}, {"message", message}, {"cure", cure}}));
 }
 
-bool Radio::act(std::string_view cure_of_chip, const Action& action) {
+bool Radio::act(const std::string_view& cure_of_chip, const Action& action) {
   const Outcome failure = live::with_board(action);
   if (failure) fail(failure->why, cure(failure->cause, cure_of_chip));
   return !failure;
@@ -174,7 +195,8 @@ bool Radio::boot(Mode mode) {
 }
 
 bool Radio::play(const Play& order) {
-  return act(other_place, [&]() -> Outcome {
+  std::string_view chip_cure = boot_again;
+  return act(chip_cure, [&]() -> Outcome {
     if (Outcome failure = need(Mode::dab)) return failure;
     state_.doing = "play";
     send_state();
@@ -183,10 +205,14 @@ bool Radio::play(const Play& order) {
     if (tuning.index != order.index || !tuning.acquired) {
       state_.set_tuning(order.index);
       if (Outcome failure = tune(order.index)) return failure;
+      chip_cure = other_place;
       if (Outcome failure = await_services()) return failure;
       if (Outcome failure = read_tuning(tuning)) return failure;
     }
+    chip_cure = find_again;
     if (Outcome failure = start(order)) return failure;
+    chip_cure = boot_again;
+    if (Outcome failure = check_dab()) return failure;
     state_.set_tuning(order.index);
     state_.khz = tuning.khz;
     state_.set_playing(order);
@@ -254,7 +280,7 @@ void Radio::keep_scan(const std::string& text, std::time_t time) {
     stations_.set_found(std::move(files.front().scan), time);
     events_.send("stations", "{}");
   } catch (const survey::File_error& error) {
-    fail(error.what(), "Find stations again.");
+    fail(error.what(), find_again);
   }
 }
 

@@ -37,13 +37,14 @@ class Radio {
   using Action = std::function<live::Outcome()>;
 
   void resume();
+  void await_mode();
   void carry_out(const Order& order);
   void sample();
   void learn_volume();
   void send_state();
 
-  // They send their failures. @return whether they are carried out
-  bool act(std::string_view cure_of_chip, const Action& action);
+  // They send their failures; the action may change the cure. @return whether they are carried out
+  bool act(const std::string_view& cure_of_chip, const Action& action);
   bool boot(Mode mode);
   bool play(const Play& order);
   bool stop();

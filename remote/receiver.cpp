@@ -67,6 +67,12 @@ live::Outcome read_mode(Mode& mode) {
   return std::nullopt;
 }
 
+live::Outcome check_dab() {
+  Mode mode = Mode::unknown;
+  if (live::Outcome failure = read_mode(mode)) return failure;
+  return mode == Mode::dab ? std::nullopt : failed("the chip no longer runs its DAB application");
+}
+
 live::Outcome boot(Mode mode) {
   if (power_up_and_load_fw(mode == Mode::dab ? 1 : 0) == 1) return std::nullopt;
   return failed("the chip did not boot (code " + std::to_string(Si468x_ErrorCode) + ")");

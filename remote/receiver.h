@@ -11,6 +11,8 @@ namespace remote {
 
 /// Reads which application the chip runs.
 live::Outcome read_mode(Mode& mode);
+/// Fails unless it is the DAB application: a brown-out ends it.
+live::Outcome check_dab();
 
 /// Resets the chip and boots it from the embedded images; `mode` is dab or fm. The steps print messages on standard
 /// output.

@@ -104,7 +104,7 @@ Play, volume and stop, as the bus sees them.
   STOP_DIGITAL_SERVICE 82 00 00 00 b5 43 00 00 0c 00 00 00
   $ play 1 1 33; sees '"order":"play"'; play 1 1 0; sees '"order":"play"'
   {"accepted": true}
-  data: {"order":"play","message":"START_DIGITAL_SERVICE: the chip refused the command (code 32)","cure":"Find a better place for the antenna, or find stations again."}
+  data: {"order":"play","message":"START_DIGITAL_SERVICE: the chip refused the command (code 32)","cure":"Find stations again."}
   {"accepted": true}
   data: {"order":"play","message":"no ensemble is received on this frequency","cure":"Find a better place for the antenna, or find stations again."}
 
@@ -193,6 +193,13 @@ is on the bus.
   $ listen; sees 12C | cut -c 1-13; end; cut -d : -f 1-2 faults | uniq
   data: {"time"
   kelvo-remote-sim: volume
+
+A chip that is reset while it starts a service does not play it.
+
+  $ echo '[{"command": "START_DIGITAL_SERVICE", "bus": "reset_chip"}]' >reset.json; kelvo-sim -b D >all
+  $ KELVO_SIM_FAULTS=reset.json start; listen; play 17333 12 33; sees '"order":"play"'; end
+  {"accepted": true}
+  data: {"order":"play","message":"the chip no longer runs its DAB application","cure":"Boot the chip again."}
 
 What cannot be used ends the program at once.
 
