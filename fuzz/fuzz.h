@@ -62,8 +62,10 @@ inline std::optional<Input> answer(Input input) {
   const Input reply = input.subspan(status_end);
   board.clear_faults();
   board.clear_record();
-  board.fault({.command = "RD_REPLY", .status = {{0x80, 0, 0, 0xC0}}, .reply = {{reply.begin(), reply.end()}}});
-  board.fault({.command = "RD_REPLY", .occurrence = input[0], .status = {{input[1], input[2], input[3], input[4]}}});
+  const std::array<uint8_t, 4> good{0x80, 0, 0, 0xC0}, chosen{input[1], input[2], input[3], input[4]};
+  const bool every_read = input[0] == 0;
+  board.fault({.command = "RD_REPLY", .status = every_read ? chosen : good, .reply = {{reply.begin(), reply.end()}}});
+  if (!every_read) board.fault({.command = "RD_REPLY", .occurrence = input[0], .status = chosen});
   return reply;
 }
 
