@@ -24,6 +24,7 @@ std::string dump(const Json& json) { return json.dump(-1, ' ', false, Json::erro
 constexpr std::string_view boot_again = "Boot the chip again.";
 constexpr std::string_view find_again = "Find stations again.";
 constexpr std::string_view other_place = "Find a better place for the antenna, or find stations again.";
+constexpr std::string_view check_antenna = "Check the antenna, and find stations again.";
 constexpr std::string_view check_board = "Check the board's supply and wiring, and the firmware images.";
 
 std::string_view cure(live::Failure::Cause cause, std::string_view of_chip) {
@@ -291,7 +292,9 @@ void Radio::find() {
   if (!act(check_board, [&] { return need(Mode::dab); })) return;
   state_.doing = "find";
   send_state();
+  unsigned services = 0;
   const auto report = [&](const Find_step& step) {
+    services += step.services;
     state_.set_tuning(static_cast<uint8_t>(step.index));
     send_state();
     events_.send("progress", dump({{"step", step.step},
@@ -305,7 +308,9 @@ void Radio::find() {
   };
   const Found found = find_stations(report, [&] { return keeps_finding(); });
   if (found.failure) fail(found.failure->why, cure(found.failure->cause, boot_again));
-  if (found.complete) {
+  if (found.complete && services == 0) {
+    fail("no station is received; the list stays as it was", check_antenna);
+  } else if (found.complete) {
     try {
       write_file(files_.scan, found.text, is_scan);
     } catch (const Storage_error& error) {

@@ -201,6 +201,13 @@ A chip that is reset while it starts a service does not play it.
   {"accepted": true}
   data: {"order":"play","message":"the chip no longer runs its DAB application","cure":"Boot the chip again."}
 
+Without an antenna no station is found, and the list stays.
+
+  $ cp state/kelvo-remote-sim.scan.json old; echo '{"ensembles": []}' >silence.json
+  $ KELVO_SIM_BROADCAST=silence.json start; listen; order '"find"'; sees '"order":"find"'; cmp old state/kelvo-remote-sim.scan.json; end
+  {"accepted": true}
+  data: {"order":"find","message":"no station is received; the list stays as it was","cure":"Check the antenna, and find stations again."}
+
 What cannot be used ends the program at once.
 
   $ for words in --listen=8468 --listen=localhost:1 --listen=::1:1 --listen=[127.0.0.1]:1 --listen=127.0.0.1:65536 -i99 -ix; do
