@@ -203,7 +203,7 @@ A chip that is reset while it starts a service does not play it.
 
 Without an antenna no station is found, and the list stays.
 
-  $ cp state/kelvo-remote-sim.scan.json old; echo '{"ensembles": []}' >silence.json
+  $ cp state/kelvo-remote-sim.scan.json old; echo '{"ensembles": []}' >silence.json; export KELVO_SIM_REALTIME=0
   $ KELVO_SIM_BROADCAST=silence.json start; listen; order '"find"'; sees '"order":"find"'; cmp old state/kelvo-remote-sim.scan.json; end
   {"accepted": true}
   data: {"order":"find","message":"no station is received; the list stays as it was","cure":"Check the antenna, and find stations again."}
